@@ -1,0 +1,1 @@
+#include "operations/default_operations.h"

@@ -1,0 +1,1 @@
+#include "operations/labels.h"

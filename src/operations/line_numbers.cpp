@@ -1,0 +1,1 @@
+#include "operations/line_numbers.h"

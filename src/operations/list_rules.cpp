@@ -1,0 +1,1 @@
+#include "operations/list_rules.h"

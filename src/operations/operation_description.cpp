@@ -1,0 +1,1 @@
+#include "operations/operation_description.h"

@@ -1,0 +1,1 @@
+#include "platform/case_mapping.h"

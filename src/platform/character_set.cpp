@@ -1,0 +1,1 @@
+#include "platform/character_set.h"

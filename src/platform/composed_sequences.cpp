@@ -1,0 +1,1 @@
+#include "platform/composed_sequences.h"

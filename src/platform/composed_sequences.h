@@ -1,0 +1,34 @@
+// Composed character sequences: a base character with all marks, joiners and modifiers that belong to it. They
+// are what a user takes for one character, and the unit of counting and converting in all output.
+// Positions are in UTF-16 units, from 0. CR LF is two sequences.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace quillet {
+
+// True if this unit, next to another inert unit, never joins it: a run of n inert units is n sequences. False
+// for surrogates, marks, joiners and the like. All units below U+0300 are inert.
+bool isInertUnit(char16_t unit);
+
+// The number of units from start that are inert, without the last one if what follows is not inert (which could
+// join it). Fast: it looks at many units at a time below U+0300.
+std::size_t inertRunLength(std::u16string_view text, std::size_t start = 0);
+
+// End of the sequence that starts at start (below text.size()).
+std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start);
+
+std::size_t countComposedSequences(std::u16string_view text);
+
+// Calls visit(sequence) for each sequence in order, as a view into text.
+template <typename Visit>
+void forEachComposedSequence(std::u16string_view text, Visit visit) {
+  for (std::size_t start = 0; start < text.size();) {
+    const std::size_t end = composedSequenceEnd(text, start);
+    visit(text.substr(start, end - start));
+    start = end;
+  }
+}
+
+}  // namespace quillet

@@ -1,0 +1,1 @@
+#include "platform/index_set.h"

@@ -1,0 +1,1 @@
+#include "platform/main_thread.h"

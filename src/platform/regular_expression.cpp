@@ -1,0 +1,1 @@
+#include "platform/regular_expression.h"

@@ -1,0 +1,1 @@
+#include "platform/system_log.h"

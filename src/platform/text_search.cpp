@@ -1,0 +1,1 @@
+#include "platform/text_search.h"

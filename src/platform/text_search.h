@@ -1,0 +1,64 @@
+// Searching in text by canonical equivalence, and what derives from it: replacing, splitting, prefixes.
+//
+// Unless Literal is set a needle is compared by canonical equivalence of whole chunks (a code point and the
+// extending marks behind it), so "é" is found in "e" + U+0301, and "e" is not. CaseInsensitive is full case
+// folding without a locale. Positions and lengths are in UTF-16 units, from 0. The length of a hit can differ
+// from the needle's. An empty needle or an empty text is never found.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillet {
+
+enum SearchOption : unsigned {
+  CaseInsensitiveSearch = 1,
+  LiteralSearch = 2,
+  BackwardsSearch = 4,
+  AnchoredSearch = 8,
+};
+using SearchOptions = unsigned;  // a sum of SearchOption values
+
+struct TextRange {
+  std::size_t location = 0;
+  std::size_t length = 0;
+  std::size_t end() const { return location + length; }
+  bool operator==(const TextRange&) const = default;
+};
+
+// A needle made ready for many searches. Finding allocates nothing when needle and text are ASCII, nor when the
+// needle is ASCII and the text holds none of the few characters that fold to ASCII.
+class TextSearcher {
+ public:
+  TextSearcher(std::u16string_view needle, SearchOptions options);
+
+  std::optional<TextRange> find(std::u16string_view text) const;
+
+  // Appends text to out with every hit replaced: hits are found left to right in the original, they do not
+  // overlap, and replaced text is not searched again. Anchored and backwards options are not meant for this.
+  // Returns the number of hits; with none nothing is appended.
+  std::size_t appendReplacing(std::u16string_view text, std::u16string_view replacement, std::u16string& out) const;
+
+ private:
+  struct Fold;
+  std::u16string needle_;
+  std::u16string foldedNeedle_;
+  SearchOptions options_;
+  bool asciiNeedle_;
+};
+
+std::optional<TextRange> rangeOfString(std::u16string_view text, std::u16string_view needle, SearchOptions options);
+
+std::u16string stringByReplacingOccurrences(std::u16string_view text, std::u16string_view target,
+                                            std::u16string_view replacement, SearchOptions options = 0);
+
+// n hits give n + 1 parts, views into text; an empty text or separator gives the whole text as the one part.
+std::vector<std::u16string_view> componentsSeparatedByString(std::u16string_view text, std::u16string_view separator);
+
+bool hasPrefix(std::u16string_view text, std::u16string_view prefix);
+bool hasSuffix(std::u16string_view text, std::u16string_view suffix);
+
+}  // namespace quillet

@@ -1,0 +1,1 @@
+#include "text/csv_components.h"

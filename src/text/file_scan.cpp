@@ -1,0 +1,1 @@
+#include "text/file_scan.h"

@@ -1,0 +1,1 @@
+#include "text/replacement_table.h"
