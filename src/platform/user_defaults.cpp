@@ -38,6 +38,12 @@ std::optional<json> parsedObject(const std::string& bytes) {
   return parsed;
 }
 
+// Equal in the program and in the file: the comparison alone takes 2^63 for -2^63.
+bool isSame(const json& one, const json& other) {
+  constexpr auto kReplace = json::error_handler_t::replace;
+  return one == other && one.dump(-1, ' ', false, kReplace) == other.dump(-1, ' ', false, kReplace);
+}
+
 // A descriptor that is closed at the end of its block.
 class Descriptor {
  public:
@@ -224,7 +230,7 @@ void UserDefaults::change(const std::string& key, json value) {
     changed_ = true;
   }
   const auto found = values_.find(key);
-  if (found == values_.end() ? value.is_null() : *found == value) return;  // costs no write
+  if (found == values_.end() ? value.is_null() : isSame(*found, value)) return;  // costs no write
   changed_ = true;
   if (value.is_null()) {
     values_.erase(found);
