@@ -29,6 +29,7 @@ NOTES = ["pays on time", "prefers e-mail", "moved last spring", "asks for printe
          "newsletter: yes", "two accounts, see 1204", "wholesale, 5% off", "VIP"]
 HEADER = ["Customer", "Name", "E-mail", "Phone", "Street", "ZIP", "City", "Born", "Customer since", "Balance", "Remarks"]
 ROWS_A_PAGE = 250
+ROWS = 3000  # of the sample in the repository
 
 
 class Source:
@@ -209,7 +210,7 @@ def make(rows):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
-    parser.add_argument("--rows", type=int, default=3000)
+    parser.add_argument("--rows", type=int, default=ROWS)
     parser.add_argument("dirty")
     parser.add_argument("clean", nargs="?")
     arguments = parser.parse_args()
