@@ -207,6 +207,8 @@ bool appendEncoded(std::u16string_view sequence, Encoding encoding, std::string&
   return true;
 }
 
+int encodedByte(char16_t unit, Encoding encoding) { return byteOfSequence({&unit, 1}, encoding); }
+
 std::optional<std::string> encodedText(std::u16string_view text, Encoding encoding) {
   std::string bytes;
   if (encoding == Encoding::Utf8 || text.empty()) {

@@ -1,0 +1,147 @@
+#include "engine/job_engine.h"
+
+#include <chrono>
+
+#include "engine/file_pass.h"
+#include "platform/date_formatter.h"
+#include "platform/localization.h"
+
+namespace quillet {
+
+namespace {
+
+std::u16string currentDateAndTime() {
+  DateFormatter formatter;
+  formatter.setDateStyle(DateStyle::Medium);
+  formatter.setTimeStyle(DateStyle::Medium);
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return formatter.stringFromDate(
+      static_cast<Instant>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()));
+}
+
+void logInformation(JobLog& log, std::u16string_view text) { log.addToImportLog(LogInformation, text); }
+
+void logCounts(JobLog& log, const FileCounts& counts, const char16_t* const (&keys)[8]) {
+  const std::int64_t values[8] = {
+      counts.read.bytesRead,           counts.read.charactersDecoded, counts.read.linesRead,
+      counts.read.maximumLengthLinesRead, counts.written.bytesWritten,   counts.written.charactersEncoded,
+      counts.written.linesWritten,     counts.linesSkipped};
+  for (int i = 0; i < 8; ++i) logInformation(log, localizedFormat(keys[i], {values[i]}));
+}
+
+constexpr const char16_t* kFileCountKeys[8] = {u"Bytes read: %d",
+                                               u"Characters decoded: %d",
+                                               u"Lines read: %d",
+                                               u"Maximum length lines read: %d",
+                                               u"Bytes written: %d",
+                                               u"Characters encoded: %d",
+                                               u"Lines written: %d",
+                                               u"Lines skipped: %d"};
+constexpr const char16_t* kTotalCountKeys[8] = {u"Total bytes read: %d",
+                                                u"Total characters decoded: %d",
+                                                u"Total lines read: %d",
+                                                u"Total maximum length lines read: %d",
+                                                u"Total bytes written: %d",
+                                                u"Total characters encoded: %d",
+                                                u"Total lines written: %d",
+                                                u"Total lines skipped: %d"};
+
+// The settings that a use reads once, at its start.
+std::u16string replacementSetting(const UserDefaults& defaults, const char* key) {
+  return defaults.stringForKey(key).value_or(u"?");  // only an absent value becomes "?"
+}
+
+class EngineUse {
+ public:
+  EngineUse(const JobParameters& parameters, const JobSurroundings& surroundings)
+      : parameters_(parameters),
+        around_(surroundings),
+        decodeErrorReplacement_(replacementSetting(*surroundings.defaults, "DecodeErrorReplacement")),
+        encodeErrorReplacement_(replacementSetting(*surroundings.defaults, "EncodeErrorReplacement")),
+        preview_(*surroundings.previewStores,
+                 parameters.write ? PreviewFeed::Extent::Head : PreviewFeed::Extent::Everything) {}
+
+  void preview() {
+    around_.log->clearFlags();
+    around_.previewStores->reset();
+    const std::int64_t index = parameters_.selectedFileIndexes.firstIndex();
+    if (parameters_.selectedFileIndexes.count() == 1 &&
+        index < static_cast<std::int64_t>(around_.files->count())) {
+      around_.state->linesInCurrentFile = 0;
+      if (!around_.state->stopJob) passOver(static_cast<std::size_t>(index));
+    }
+    around_.mainThread->performAndWait(around_.updatePreviewPanel);
+  }
+
+  void run() {
+    JobLog& log = *around_.log;
+    log.clearFlags();
+    around_.outputFiles->clear();
+    log.saveLogToFile(true);
+    logInformation(log, localizedFormat(u"Job started %@", {currentDateAndTime()}));
+    around_.previewStores->reset();
+    FileCounts totals;
+    const std::size_t count = around_.files->count();
+    for (std::size_t index = 0; index < count && !around_.state->stopJob; ++index) totals += passOver(index);
+    logCounts(log, totals, kTotalCountKeys);
+    logInformation(log, localized(outcome()));
+    logInformation(log, localizedFormat(u"Job ended %@", {currentDateAndTime()}));
+    log.saveLogToFile(false);
+    temporaryFolder_.reset();
+    around_.mainThread->performAndWait(around_.updateUIAfterPrep);
+    around_.mainThread->perform(around_.hideProgressIndicator);
+    around_.state->runningJob = false;
+  }
+
+ private:
+  std::u16string_view outcome() const {
+    if (around_.state->stopJob) return u"Job stopped by user";
+    if (around_.log->atLeastOneError() || around_.log->atLeastOneWarning()) return u"Job completed with issues";
+    return u"Job completed";
+  }
+
+  // The list is read live: an entry that is gone by now is passed over.
+  FileCounts passOver(std::size_t index) {
+    const InputFiles::Entry file = around_.files->at(index);
+    if (!file) return {};
+    PassSurroundings surroundings{*around_.state,
+                                  *around_.log,
+                                  preview_,
+                                  dateReader_,
+                                  decodeErrorReplacement_,
+                                  encodeErrorReplacement_,
+                                  {},
+                                  [&](std::vector<ColumnEntry> columns) {
+                                    around_.files->setExpectedColumnsInLine(index, file->filePath, std::move(columns));
+                                  }};
+    if (parameters_.write) {
+      if (!temporaryFolder_) temporaryFolder_.emplace(around_.folders->temporaryParentFolder());
+      surroundings.run.emplace(PassSurroundings::Run{
+          *temporaryFolder_, parameters_.outputFolder.value_or(""),
+          [&](const std::string& path) { around_.outputFiles->add(path); }});
+    }
+    const FileCounts counts = FilePass(*file, surroundings).run();
+    if (parameters_.write) logCounts(*around_.log, counts, kFileCountKeys);
+    return counts;
+  }
+
+  const JobParameters& parameters_;
+  const JobSurroundings& around_;
+  std::u16string decodeErrorReplacement_;
+  std::u16string encodeErrorReplacement_;
+  PreviewFeed preview_;
+  DateReader dateReader_;
+  std::optional<RunFolder> temporaryFolder_;
+};
+
+}  // namespace
+
+void prepFiles(const JobParameters& parameters, const JobSurroundings& surroundings) {
+  EngineUse use(parameters, surroundings);
+  if (parameters.write)
+    use.run();
+  else
+    use.preview();
+}
+
+}  // namespace quillet

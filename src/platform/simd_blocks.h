@@ -1,0 +1,126 @@
+// Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; and the
+// widening and narrowing of ASCII. With SSE2 where the processor has it, plain loops elsewhere.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+namespace quillet::simd {
+
+inline constexpr std::size_t kBlock = 64;
+
+// The n lowest bits, n from 0 to 64.
+constexpr std::uint64_t lowBits(std::size_t n) {
+  return n >= kBlock ? ~std::uint64_t{0} : (std::uint64_t{1} << n) - 1;
+}
+
+// Bit i of the result is the parity of the bits 0 to i: the bits that lie at or behind an odd number of set bits.
+constexpr std::uint64_t prefixParity(std::uint64_t bits) {
+  for (int shift = 1; shift < 64; shift *= 2) bits ^= bits << shift;
+  return bits;
+}
+
+#if defined(__SSE2__)
+
+inline __m128i load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
+inline void store(void* to, __m128i value) { _mm_storeu_si128(static_cast<__m128i*>(to), value); }
+
+inline std::uint64_t joinMasks(int first, int second, int third, int fourth) {
+  return std::uint64_t(std::uint16_t(first)) | std::uint64_t(std::uint16_t(second)) << 16 |
+         std::uint64_t(std::uint16_t(third)) << 32 | std::uint64_t(std::uint16_t(fourth)) << 48;
+}
+
+// 64 bytes, held in registers.
+class ByteBlock {
+ public:
+  explicit ByteBlock(const unsigned char* from)
+      : parts_{load(from), load(from + 16), load(from + 32), load(from + 48)} {}
+
+  std::uint64_t equalTo(unsigned char byte) const {
+    const __m128i wanted = _mm_set1_epi8(static_cast<char>(byte));
+    return joinMasks(_mm_movemask_epi8(_mm_cmpeq_epi8(parts_[0], wanted)),
+                     _mm_movemask_epi8(_mm_cmpeq_epi8(parts_[1], wanted)),
+                     _mm_movemask_epi8(_mm_cmpeq_epi8(parts_[2], wanted)),
+                     _mm_movemask_epi8(_mm_cmpeq_epi8(parts_[3], wanted)));
+  }
+  std::uint64_t notAscii() const {
+    return joinMasks(_mm_movemask_epi8(parts_[0]), _mm_movemask_epi8(parts_[1]), _mm_movemask_epi8(parts_[2]),
+                     _mm_movemask_epi8(parts_[3]));
+  }
+  // Writes 64 units.
+  void widen(char16_t* to) const {
+    const __m128i zero = _mm_setzero_si128();
+    for (int i = 0; i < 4; ++i) {
+      store(to + i * 16, _mm_unpacklo_epi8(parts_[i], zero));
+      store(to + i * 16 + 8, _mm_unpackhi_epi8(parts_[i], zero));
+    }
+  }
+
+ private:
+  __m128i parts_[4];
+};
+
+// Which of 64 units are equal to the wanted one.
+class UnitBlock {
+ public:
+  explicit UnitBlock(const char16_t* from) {
+    for (int i = 0; i < 8; ++i) parts_[i] = load(from + i * 8);
+  }
+  std::uint64_t equalTo(char16_t unit) const {
+    const __m128i wanted = _mm_set1_epi16(static_cast<short>(unit));
+    int masks[4];
+    for (int i = 0; i < 4; ++i) {
+      masks[i] = _mm_movemask_epi8(_mm_packs_epi16(_mm_cmpeq_epi16(parts_[2 * i], wanted),
+                                                   _mm_cmpeq_epi16(parts_[2 * i + 1], wanted)));
+    }
+    return joinMasks(masks[0], masks[1], masks[2], masks[3]);
+  }
+
+ private:
+  __m128i parts_[8];
+};
+
+#else
+
+class ByteBlock {
+ public:
+  explicit ByteBlock(const unsigned char* from) { std::memcpy(bytes_, from, kBlock); }
+  std::uint64_t equalTo(unsigned char byte) const {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) mask |= std::uint64_t{bytes_[i] == byte} << i;
+    return mask;
+  }
+  std::uint64_t notAscii() const {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) mask |= std::uint64_t{bytes_[i] >= 0x80} << i;
+    return mask;
+  }
+  void widen(char16_t* to) const {
+    for (std::size_t i = 0; i < kBlock; ++i) to[i] = bytes_[i];
+  }
+
+ private:
+  unsigned char bytes_[kBlock];
+};
+
+class UnitBlock {
+ public:
+  explicit UnitBlock(const char16_t* from) { std::memcpy(units_, from, sizeof units_); }
+  std::uint64_t equalTo(char16_t unit) const {
+    std::uint64_t mask = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) mask |= std::uint64_t{units_[i] == unit} << i;
+    return mask;
+  }
+
+ private:
+  char16_t units_[kBlock];
+};
+
+#endif
+
+}  // namespace quillet::simd

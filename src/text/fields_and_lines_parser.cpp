@@ -1,0 +1,375 @@
+#include "text/fields_and_lines_parser.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <bit>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/code_pages.h"
+#include "platform/localization.h"
+#include "platform/simd_blocks.h"
+#include "platform/unicode_text.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::uint8_t kStop = 1;     // only the step by step rule may handle the character
+constexpr std::uint8_t kSpecial = 2;  // the quote, or the last unit of the separator
+
+// The three characters with a canonical equivalent in ASCII.
+char32_t asciiEquivalent(char32_t character) {
+  switch (character) {
+    case 0x037E: return U';';
+    case 0x1FEF: return U'`';
+    case 0x212A: return U'K';
+    default: return character;
+  }
+}
+
+bool isPlainAscii(std::u16string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char16_t unit) {
+    return unit < 0x80 && unit != u';' && unit != u'`' && unit != u'K';
+  });
+}
+
+bool isOneCharacter(std::u16string_view text) {
+  return !text.empty() && unitsOfCodePoint(codePointAt(text, 0)) == text.size();
+}
+
+char32_t lastCodePoint(std::u16string_view text) {
+  const std::size_t last = text.size() - 1;
+  return last > 0 && isLowSurrogate(text[last]) ? codePointAt(text, last - 1) : text[last];
+}
+
+// How many bytes a UTF-8 sequence takes by its first byte alone.
+int expectedLength(unsigned char first) {
+  if (first < 0xC0) return 1;
+  if (first < 0xE0) return 2;
+  return first < 0xF0 ? 3 : 4;
+}
+
+bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+
+// Whether the bytes are one complete character.
+bool isValidUtf8(const unsigned char* b, int count) {
+  switch (count) {
+    case 1: return b[0] < 0x80;
+    case 2: return b[0] >= 0xC2 && b[0] <= 0xDF && isContinuation(b[1]);
+    case 3:
+      if (!isContinuation(b[1]) || !isContinuation(b[2])) return false;
+      if (b[0] == 0xE0) return b[1] >= 0xA0;
+      if (b[0] == 0xED) return b[1] <= 0x9F;
+      return b[0] >= 0xE1 && b[0] <= 0xEF;
+    case 4:
+      if (!isContinuation(b[1]) || !isContinuation(b[2]) || !isContinuation(b[3])) return false;
+      if (b[0] == 0xF0) return b[1] >= 0x90;
+      if (b[0] == 0xF4) return b[1] <= 0x8F;
+      return b[0] >= 0xF1 && b[0] <= 0xF3;
+    default: return false;
+  }
+}
+
+// The code point of a valid sequence.
+char32_t decodedUtf8(const unsigned char* b, int count) {
+  switch (count) {
+    case 1: return b[0];
+    case 2: return (b[0] & 0x1Fu) << 6 | (b[1] & 0x3Fu);
+    case 3: return (b[0] & 0x0Fu) << 12 | (b[1] & 0x3Fu) << 6 | (b[2] & 0x3Fu);
+    default: return (b[0] & 0x07u) << 18 | (b[1] & 0x3Fu) << 12 | (b[2] & 0x3Fu) << 6 | (b[3] & 0x3Fu);
+  }
+}
+
+std::uint64_t stopBits(const unsigned char* bytes, const std::uint8_t* classes) {
+  std::uint64_t mask = 0;
+  for (std::size_t i = 0; i < simd::kBlock; ++i) mask |= std::uint64_t(classes[bytes[i] & 0x7F] & kStop) << i;
+  return mask;
+}
+
+}  // namespace
+
+ReadLineStats& ReadLineStats::operator+=(const ReadLineStats& other) {
+  bytesRead += other.bytesRead;
+  charactersDecoded += other.charactersDecoded;
+  linesRead += other.linesRead;
+  maximumLengthLinesRead += other.maximumLengthLinesRead;
+  return *this;
+}
+
+LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::u16string_view separator,
+                     ReplacementTable table, std::u16string_view replacement)
+    : encoding(encodingCode),
+      quoteString(quote),
+      lineSeparator(separator),
+      replaceCharacters(std::move(table)),
+      decodeErrorReplacement(replacement),
+      separatorAtEnd(separator, BackwardsSearch | AnchoredSearch),
+      singleByteTable(static_cast<Encoding>(encodingCode) == Encoding::Utf8
+                          ? nullptr
+                          : quillet::singleByteTable(static_cast<Encoding>(encodingCode))),
+      plainSeparator(!separator.empty() && isPlainAscii(separator)),
+      plainNotAscii((separator.empty() || plainSeparator) && (!isOneCharacter(quote) || quote[0] < 0x80)) {
+  for (char16_t unit = 0; unit < 0x80; ++unit)
+    if (replaceCharacters.affects(unit)) stops[unit] = kStop;
+  if (quoteString.size() == 1 && quoteString[0] < 0x80) {
+    quoteUnit = quoteString[0];
+    stops[quoteUnit] |= kSpecial;
+  }
+  if (!lineSeparator.empty()) {
+    const char32_t last = asciiEquivalent(lastCodePoint(lineSeparator));
+    if (plainSeparator) separatorLastUnit = static_cast<char16_t>(last);
+    if (last < 0x80) stops[last] |= kSpecial;
+    // Only a plain separator can be found by comparing units, and only where a quote cannot be meant as well.
+    if (last < 0x80 && (!plainSeparator || last == quoteUnit)) stops[last] |= kStop;
+  }
+  hasStops = std::any_of(std::begin(stops), std::end(stops), [](std::uint8_t bits) { return bits & kStop; });
+}
+
+// One call of readLineFrom. The line buffer is the part of into from lineStart on.
+struct FieldsAndLinesParser::Call {
+  int descriptor;
+  const LineRules& rules;
+  TextBuffer& into;
+  ReadLineStats& stats;
+  std::u16string* errorString;
+  std::size_t lineStart;
+  bool inQuotes = false;
+
+  std::size_t lineLength() const { return into.size() - lineStart; }
+  std::u16string_view line() const { return into.view().substr(lineStart); }
+  void report(std::u16string_view format, std::int64_t value) const {
+    if (errorString) *errorString += localizedFormat(format, {value});
+  }
+  void count(std::size_t bytes, std::size_t characters) const {
+    stats.bytesRead += static_cast<std::int64_t>(bytes);
+    stats.charactersDecoded += static_cast<std::int64_t>(characters);
+  }
+};
+
+FieldsAndLinesParser::FieldsAndLinesParser(std::size_t readSize)
+    : inputBuffer_(new unsigned char[readSize + simd::kBlock]()), readSize_(readSize) {}
+
+bool FieldsAndLinesParser::refill(int descriptor, int& result) {
+  ssize_t count;
+  do {
+    count = read(descriptor, inputBuffer_.get(), readSize_);
+  } while (count < 0 && errno == EINTR);
+  if (count <= 0) {
+    result = count == 0 ? 0 : -1;
+    return false;
+  }
+  inputBufferIndex_ = 0;
+  bytesReadIntoInputBuffer_ = static_cast<std::size_t>(count);
+  return true;
+}
+
+int FieldsAndLinesParser::readCharFrom(int descriptor, unsigned char& into) {
+  int result = 1;
+  if (inputBufferIndex_ >= bytesReadIntoInputBuffer_ && !refill(descriptor, result)) return result;
+  into = inputBuffer_[inputBufferIndex_++];
+  return 1;
+}
+
+ReadResult FieldsAndLinesParser::readLineFrom(int descriptor, const LineRules& rules, TextBuffer& into,
+                                              ReadLineStats& stats, std::u16string* errorString) {
+  Call call{descriptor, rules, into, stats, errorString, into.size()};
+  for (;;) {
+    Step step = readStretch(call);
+    if (step == Step::GoOn) {
+      if (rules.plainNotAscii) readPlainCharacters(call);
+      step = readCharacter(call);
+    }
+    switch (step) {
+      case Step::GoOn: break;
+      case Step::LineEnded: return ReadResult::Line;
+      case Step::Failed: return ReadResult::Failure;
+      case Step::EndOfFile: return ReadResult::EndOfFile;
+    }
+  }
+}
+
+// Takes ASCII in blocks: what the quotes enclose is found by the parity of the quotes before it, and everything up
+// to the first character that needs the step by step rule is widened at once. Stops short of the limit.
+FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
+  const LineRules& rules = call.rules;
+  for (;;) {
+    const std::size_t wanted =
+        std::min({bytesReadIntoInputBuffer_ - inputBufferIndex_, kLineLimit - 1 - call.lineLength(), simd::kBlock});
+    const unsigned char* from = inputBuffer_.get() + inputBufferIndex_;
+    if (wanted == 0 || *from >= 0x80) return Step::GoOn;
+    const simd::ByteBlock block(from);
+    block.widen(call.into.room(simd::kBlock));
+
+    std::uint64_t stopped = block.notAscii();
+    if (rules.hasStops) stopped |= stopBits(from, rules.stops);
+    stopped &= simd::lowBits(wanted);
+    const std::size_t taken = stopped ? static_cast<std::size_t>(std::countr_zero(stopped)) : wanted;
+    const std::uint64_t inReach = simd::lowBits(taken);
+
+    std::uint64_t inside = 0;
+    bool oddQuotes = false;
+    if (rules.quoteUnit) {
+      const std::uint64_t quotes = block.equalTo(static_cast<unsigned char>(rules.quoteUnit)) & inReach;
+      inside = simd::prefixParity(quotes) ^ (call.inQuotes ? ~std::uint64_t{0} : 0);
+      oddQuotes = std::popcount(quotes) & 1;
+    }
+    if (rules.plainSeparator) {
+      std::uint64_t ends = block.equalTo(static_cast<unsigned char>(rules.separatorLastUnit)) & inReach & ~inside;
+      for (; ends; ends &= ends - 1) {
+        const auto length = static_cast<std::size_t>(std::countr_zero(ends)) + 1;
+        const std::size_t lineLength = call.lineLength() + length;
+        const std::size_t separatorLength = rules.lineSeparator.size();
+        if (separatorLength > lineLength) continue;
+        const std::size_t kept = call.into.size() + length - separatorLength;
+        if (separatorLength > 1 && std::memcmp(call.into.data() + kept, rules.lineSeparator.data(),
+                                               separatorLength * sizeof(char16_t)) != 0)
+          continue;
+        call.into.truncate(kept);
+        call.count(length, length);
+        ++call.stats.linesRead;
+        inputBufferIndex_ += length;
+        return Step::LineEnded;
+      }
+    }
+    call.into.extend(taken);
+    call.count(taken, taken);
+    inputBufferIndex_ += taken;
+    if (oddQuotes) call.inQuotes = !call.inQuotes;
+    if (taken < wanted) return Step::GoOn;
+  }
+}
+
+// Takes characters one by one as long as none is special, invalid or near the limit, and not all are ASCII.
+void FieldsAndLinesParser::readPlainCharacters(Call& call) {
+  constexpr std::size_t kManyAscii = 16;
+  const LineRules& rules = call.rules;
+  const unsigned char* at = inputBuffer_.get() + inputBufferIndex_;
+  const unsigned char* const end = inputBuffer_.get() + bytesReadIntoInputBuffer_;
+  const unsigned char* const start = at;
+  const std::size_t mostUnits = kLineLimit - call.lineLength();
+  char16_t* const out = call.into.room(kLineLimit + 2);
+  std::size_t units = 0, characters = 0, asciiRun = 0;
+  const bool hasTable = !rules.replaceCharacters.isEmpty();
+  while (end - at >= 4 && units + 2 < mostUnits) {
+    const unsigned char first = *at;
+    if (first < 0x80) {
+      if (rules.stops[first] || ++asciiRun == kManyAscii) break;
+      out[units++] = first;
+      ++at;
+    } else if (rules.singleByteTable) {
+      const char16_t unit = rules.singleByteTable[first];
+      if (unit == kUndefinedByte || (hasTable && rules.replaceCharacters.affects(unit))) break;
+      out[units++] = unit;
+      ++at;
+      asciiRun = 0;
+    } else {
+      const int length = expectedLength(first);
+      if (!isValidUtf8(at, length)) break;
+      const char32_t character = decodedUtf8(at, length);
+      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      if (length < 4) {
+        out[units++] = static_cast<char16_t>(character);
+      } else {
+        out[units++] = static_cast<char16_t>(0xD7C0 + (character >> 10));
+        out[units++] = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
+      }
+      at += length;
+      asciiRun = 0;
+    }
+    ++characters;
+  }
+  call.into.extend(units);
+  call.count(static_cast<std::size_t>(at - start), characters);
+  inputBufferIndex_ += static_cast<std::size_t>(at - start);
+}
+
+FieldsAndLinesParser::Step FieldsAndLinesParser::readCharacter(Call& call) {
+  return call.rules.singleByteTable ? readSingleByteCharacter(call) : readUtf8Character(call);
+}
+
+FieldsAndLinesParser::Step FieldsAndLinesParser::finishAtEnd(Call& call, int result) {
+  if (result == 0) {
+    if (call.lineLength() > 0) ++call.stats.linesRead;
+    return Step::EndOfFile;
+  }
+  call.into.truncate(call.lineStart);  // what the line buffer held is lost: this is meant
+  const int reason = errno;
+  call.report(u"Error reading file: %d", reason);
+  errno = reason;
+  return Step::Failed;
+}
+
+FieldsAndLinesParser::Step FieldsAndLinesParser::readSingleByteCharacter(Call& call) {
+  unsigned char byte;
+  if (const int result = readCharFrom(call.descriptor, byte); result != 1) return finishAtEnd(call, result);
+  ++call.stats.bytesRead;
+  const LineRules& rules = call.rules;
+  const char16_t unit = rules.singleByteTable[byte];
+  if (unit != kUndefinedByte) {
+    ++call.stats.charactersDecoded;
+    return appendCharacter(call, rules.replaceCharacters.replaced({&unit, 1}));
+  }
+  // A byte above 127 in ASCII is no error to tell; this is meant.
+  if (static_cast<Encoding>(rules.encoding) != Encoding::Ascii)
+    call.report(u"Could not init single-byte character [%d].", static_cast<signed char>(byte));
+  return appendCharacter(call, rules.decodeErrorReplacement);
+}
+
+// An invalid sequence takes as many bytes as its first one promises, whatever they are: this is meant.
+FieldsAndLinesParser::Step FieldsAndLinesParser::readUtf8Character(Call& call) {
+  unsigned char bytes[4];
+  int count = 0, expected = 1;
+  do {
+    if (const int result = readCharFrom(call.descriptor, bytes[count]); result != 1) return finishAtEnd(call, result);
+    ++call.stats.bytesRead;
+    if (count == 0) expected = expectedLength(bytes[0]);
+    ++count;
+  } while (count < expected);
+  if (!isValidUtf8(bytes, count)) {
+    call.report(u"Invalid %d-byte UTF-8 character.", count);
+    appendDecodeError(call, count);
+    return Step::GoOn;
+  }
+  ++call.stats.charactersDecoded;
+  const char32_t character = decodedUtf8(bytes, count);
+  const char16_t pair[2] = {static_cast<char16_t>(0xD7C0 + (character >> 10)),
+                            static_cast<char16_t>(0xDC00 + (character & 0x3FF))};
+  const char16_t unit = static_cast<char16_t>(character);
+  const std::u16string_view text = character > 0xFFFF ? std::u16string_view(pair, 2) : std::u16string_view(&unit, 1);
+  return appendCharacter(call, call.rules.replaceCharacters.replaced(text));
+}
+
+// The step by step rule for a character's text, which is already what the table made of it.
+FieldsAndLinesParser::Step FieldsAndLinesParser::appendCharacter(Call& call, std::u16string_view text) {
+  const LineRules& rules = call.rules;
+  call.into.append(text);
+  const bool limitHit = !text.empty() && call.lineLength() >= kLineLimit;
+  if (!rules.quoteString.empty() && text == rules.quoteString) call.inQuotes = !call.inQuotes;
+  if (limitHit) {
+    // A line beyond the limit is given out in pieces, each a line to the caller; a separator that this very
+    // character completed stays in the piece. Both are meant.
+    ++call.stats.maximumLengthLinesRead;
+    return Step::LineEnded;
+  }
+  if (call.inQuotes || rules.lineSeparator.empty()) return Step::GoOn;
+  // A match is at most as long as the separator in its longest decomposed form.
+  const std::size_t tailLength = std::min(call.lineLength(), rules.lineSeparator.size() * 4 + 4);
+  const auto found = rules.separatorAtEnd.find(call.line().substr(call.lineLength() - tailLength));
+  if (!found) return Step::GoOn;
+  call.into.truncate(call.into.size() - tailLength + found->location);
+  ++call.stats.linesRead;
+  return Step::LineEnded;
+}
+
+// Neither the quote nor the separator is looked for in the replacement, and the limit does not end the call: the
+// next text goes into the same line. This is meant.
+void FieldsAndLinesParser::appendDecodeError(Call& call, int copies) {
+  for (int i = 0; i < copies; ++i) call.into.append(call.rules.decodeErrorReplacement);
+  if (call.lineLength() < kLineLimit) return;
+  ++call.stats.maximumLengthLinesRead;
+  call.lineStart = call.into.size();
+}
+
+}  // namespace quillet

@@ -1,0 +1,343 @@
+#include "text/text_writer.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "platform/composed_sequences.h"
+#include "platform/localization.h"
+#include "platform/simd_blocks.h"
+#include "platform/system_log.h"
+#include "platform/text_buffer.h"
+#include "platform/text_search.h"
+#include "platform/unicode_text.h"
+
+namespace quillet {
+
+namespace {
+
+constexpr std::size_t kPieceUnits = 8'192;  // of a long text that are encoded between two looks at the buffer
+
+// What a run of units was found to hold while it was narrowed.
+struct Narrowed {
+  bool ascii = true;  // neither NUL nor anything above 7F; else what was written is of no use
+  bool hasQuote = false;
+};
+
+#if defined(__SSE2__)
+
+class Narrowing {
+ public:
+  // Writes 8 bytes.
+  void take8(const char16_t* from, char* to) {
+    const __m128i units = simd::load(from);
+    const __m128i bytes = note(units, units);
+    _mm_storel_epi64(reinterpret_cast<__m128i*>(to), bytes);
+  }
+  void take16(const char16_t* from, char* to) { simd::store(to, note(simd::load(from), simd::load(from + 8))); }
+  void take1(char16_t unit, char* to) {
+    plainAscii_ &= unit != 0 && unit < 0x80;
+    plainQuote_ |= unit == u'"';
+    *to = static_cast<char>(unit);
+  }
+  Narrowed result() const {
+    // A unit and the unit less 1 are both below 80 exactly for 1 to 7F.
+    const __m128i high = _mm_and_si128(seen_, _mm_set1_epi16(static_cast<short>(0xFF80)));
+    const bool ascii = _mm_movemask_epi8(_mm_cmpeq_epi16(high, _mm_setzero_si128())) == 0xFFFF;
+    return {ascii && plainAscii_, plainQuote_ || _mm_movemask_epi8(quotes_) != 0};
+  }
+
+ private:
+  __m128i note(__m128i low, __m128i high) {
+    const __m128i one = _mm_set1_epi16(1);
+    seen_ = _mm_or_si128(seen_, _mm_or_si128(low, high));
+    seen_ = _mm_or_si128(seen_, _mm_or_si128(_mm_sub_epi16(low, one), _mm_sub_epi16(high, one)));
+    const __m128i bytes = _mm_packus_epi16(low, high);
+    quotes_ = _mm_or_si128(quotes_, _mm_cmpeq_epi8(bytes, _mm_set1_epi8('"')));
+    return bytes;
+  }
+
+  __m128i seen_ = _mm_setzero_si128();
+  __m128i quotes_ = _mm_setzero_si128();
+  bool plainAscii_ = true;
+  bool plainQuote_ = false;
+};
+
+#else
+
+class Narrowing {
+ public:
+  void take8(const char16_t* from, char* to) {
+    for (int i = 0; i < 8; ++i) take1(from[i], to + i);
+  }
+  void take16(const char16_t* from, char* to) {
+    take8(from, to);
+    take8(from + 8, to + 8);
+  }
+  void take1(char16_t unit, char* to) {
+    result_.ascii &= unit != 0 && unit < 0x80;
+    result_.hasQuote |= unit == u'"';
+    *to = static_cast<char>(unit);
+  }
+  Narrowed result() const { return result_; }
+
+ private:
+  Narrowed result_;
+};
+
+#endif
+
+// Writes text.size() bytes.
+inline void narrow(std::u16string_view text, char* to, Narrowing& narrowing) {
+  const char16_t* from = text.data();
+  std::size_t left = text.size();
+  for (; left >= 16; left -= 16, from += 16, to += 16) narrowing.take16(from, to);
+  if (left >= 8) {
+    narrowing.take8(from, to);
+    if (left > 8) narrowing.take8(from + left - 8, to + left - 8);
+    return;
+  }
+  for (std::size_t i = 0; i < left; ++i) narrowing.take1(from[i], to + i);
+}
+
+char* writeDoublingQuotes(std::u16string_view text, char* to) {
+  for (const char16_t unit : text) {
+    if (unit == u'"') *to++ = '"';
+    *to++ = static_cast<char>(unit);
+  }
+  return to;
+}
+
+char* writeUtf8(char16_t unit, char* to) {
+  if (unit < 0x80) {
+    *to = static_cast<char>(unit);
+    return unit == 0 ? to : to + 1;  // a NUL counts, but ends the bytes of its text before they begin
+  }
+  if (unit < 0x800) {
+    *to++ = static_cast<char>(0xC0 | unit >> 6);
+  } else {
+    *to++ = static_cast<char>(0xE0 | unit >> 12);
+    *to++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+  }
+  *to++ = static_cast<char>(0x80 | (unit & 0x3F));
+  return to;
+}
+
+// Only the head of a block is told; a full disk must not fill the system log too.
+void logFailedWrite(const char* bytes, std::size_t count, int reason) {
+  constexpr std::size_t kToldBytes = 64;
+  const std::u16string head = toUtf16(std::string_view(bytes, std::min(count, kToldBytes)));
+  logToSystem(localizedFormat(u"Could not write string [%@] to file, errno: %d", {head, std::int64_t{reason}}));
+}
+
+}  // namespace
+
+void OutputBuffer::flush() {
+  for (std::size_t done = 0; done < size_;) {
+    const ssize_t count = ::write(descriptor_, data_.get() + done, size_ - done);
+    if (count < 0) {
+      if (errno == EINTR) continue;
+      logFailedWrite(data_.get() + done, size_ - done, errno);
+      break;
+    }
+    bytesWritten_ += count;
+    done += static_cast<std::size_t>(count);
+  }
+  size_ = 0;
+}
+
+void OutputBuffer::makeRoom(std::size_t bytes) {
+  flush();
+  if (bytes <= capacity_) return;
+  capacity_ = std::max(bytes, kBlockSize);
+  data_.reset(new char[capacity_]);
+}
+
+TextWriter::TextWriter(int descriptor, std::int64_t encoding, std::u16string_view replacement)
+    : out_(descriptor),
+      encoding_(static_cast<Encoding>(encoding)),
+      replacement_(replacement),
+      replacementBytes_(encodedText(replacement, encoding_)),
+      asciiIsItself_(canBeConverted(u"a", encoding_)) {
+  // The bytes of a converted text end at its first NUL.
+  if (replacementBytes_) replacementBytes_->resize(std::min(replacementBytes_->find('\0'), replacementBytes_->size()));
+}
+
+bool TextWriter::write(std::u16string_view text) {
+  if (text.empty()) return false;
+  for (std::size_t at = 0; at < text.size();) {
+    at += writeAscii(text.substr(at));
+    if (at == text.size()) break;
+    if (const std::size_t inert = inertRunLength(text, at)) {
+      at += writeInert(text.substr(at, inert));
+    } else {
+      const std::size_t end = composedSequenceEnd(text, at);
+      writeSequence(text.substr(at, end - at));
+      at = end;
+    }
+  }
+  return true;
+}
+
+// Writes the ASCII units at the text's start and returns their number. The last one is left where something could
+// join it from behind.
+std::size_t TextWriter::writeAscii(std::u16string_view text) {
+  if (!asciiIsItself_) return 0;
+  constexpr std::size_t kStep = 16;
+  const auto endsSequence = [&](std::size_t end) { return end == text.size() || isInertUnit(text[end]); };
+  std::size_t done = 0;
+  for (; text.size() - done >= kStep && endsSequence(done + kStep); done += kStep) {
+    Narrowing narrowing;
+    narrowing.take16(text.data() + done, out_.room(kStep));
+    if (!narrowing.result().ascii) break;
+    out_.extend(kStep);
+  }
+  char* const to = out_.room(kStep);
+  std::size_t more = 0;
+  for (; more < kStep && done + more < text.size(); ++more) {
+    const char16_t unit = text[done + more];
+    if (unit == 0 || unit >= 0x80 || !endsSequence(done + more + 1)) break;
+    to[more] = static_cast<char>(unit);
+  }
+  out_.extend(more);
+  charactersEncoded_ += static_cast<std::int64_t>(done + more);
+  return done + more;
+}
+
+// Writes the whole text, all of whose units are sequences by themselves, and returns its length.
+std::size_t TextWriter::writeInert(std::u16string_view text) {
+  const std::u16string_view piece = text.substr(0, kPieceUnits);
+  if (encoding_ == Encoding::Utf8) {
+    char* const start = out_.room(piece.size() * 3);
+    char* to = start;
+    for (const char16_t unit : piece) to = writeUtf8(unit, to);
+    out_.extend(static_cast<std::size_t>(to - start));
+    charactersEncoded_ += static_cast<std::int64_t>(piece.size());
+    return piece.size();
+  }
+  for (const char16_t unit : piece) {
+    if (const int byte = encodedByte(unit, encoding_); byte >= 0) {
+      if (byte > 0) {
+        *out_.room(1) = static_cast<char>(byte);
+        out_.extend(1);
+      }
+      ++charactersEncoded_;
+    } else {
+      writeReplacement();
+    }
+  }
+  return piece.size();
+}
+
+void TextWriter::writeSequence(std::u16string_view sequence) {
+  sequenceBytes_.clear();
+  if (!appendEncoded(sequence, encoding_, sequenceBytes_)) return writeReplacement();
+  const std::size_t size = std::min(sequenceBytes_.find('\0'), sequenceBytes_.size());
+  std::memcpy(out_.room(size), sequenceBytes_.data(), size);
+  out_.extend(size);
+  ++charactersEncoded_;
+}
+
+void TextWriter::writeReplacement() {
+  if (!replacementBytes_) {
+    logToSystem(localizedFormat(u"Could not encode replacement string [%@]", {replacement_}));
+    return;
+  }
+  if (const std::size_t size = replacementBytes_->size()) {
+    std::memcpy(out_.room(size), replacementBytes_->data(), size);
+    out_.extend(size);
+  }
+  ++charactersEncoded_;
+}
+
+bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                             std::size_t quotedCount) {
+  if (asciiIsItself_ && writeJoinedAscii(cells, separator, quotedCount)) return true;
+  joined_.clear();
+  appendJoined(cells, separator, quotedCount, joined_);
+  return write(joined_.view());
+}
+
+// Narrows cell by cell straight into the buffer. False, and nothing written, if there is anything but ASCII, or
+// nothing at all.
+bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                                  std::size_t quotedCount) {
+  if (cells.empty()) return false;
+  std::size_t most = 0;
+  for (const auto& cell : cells) most += cell.size();
+  most += (cells.size() - 1) * separator.size();
+  if (quotedCount > 0) most = most * 2 + cells.size() * 2;
+  if (most == 0 || most > OutputBuffer::kBlockSize) return false;
+
+  char* const start = out_.room(most);
+  char* to = start;
+  Narrowing all;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) {
+      narrow(separator, to, all);
+      to += separator.size();
+    }
+    if (i >= quotedCount) {
+      narrow(cells[i], to, all);
+      to += cells[i].size();
+      continue;
+    }
+    Narrowing cell;
+    *to++ = '"';
+    narrow(cells[i], to, cell);
+    const Narrowed found = cell.result();
+    if (!found.ascii) return false;
+    to = found.hasQuote ? writeDoublingQuotes(cells[i], to) : to + cells[i].size();
+    *to++ = '"';
+  }
+  if (!all.result().ascii) return false;
+  out_.extend(static_cast<std::size_t>(to - start));
+  charactersEncoded_ += to - start;
+  return true;
+}
+
+namespace {
+
+// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
+// searches.
+void appendQuoted(std::u16string_view cell, TextBuffer& out) {
+  static const TextSearcher quote(u"\"", 0);
+  std::size_t done = 0;
+  out.append(u'"');
+  quote.forEachHit(cell, [&](TextRange hit) {
+    out.append(cell.substr(done, hit.end() - done));
+    out.append(u'"');
+    done = hit.end();
+  });
+  out.append(cell.substr(done));
+  out.append(u'"');
+}
+
+}  // namespace
+
+void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
+                  TextBuffer& out) {
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) out.append(separator);
+    if (i < quotedCount)
+      appendQuoted(cells[i], out);
+    else
+      out.append(cells[i]);
+  }
+}
+
+std::u16string textAsEncoded(std::u16string_view text, std::int64_t encoding, std::u16string_view replacement,
+                             std::size_t enoughUnits) {
+  std::u16string result;
+  for (std::size_t at = 0; at < text.size() && result.size() < enoughUnits;) {
+    const std::size_t end = composedSequenceEnd(text, at);
+    const std::u16string_view sequence = text.substr(at, end - at);
+    result += canBeConverted(sequence, static_cast<Encoding>(encoding)) ? sequence : replacement;
+    at = end;
+  }
+  return result;
+}
+
+}  // namespace quillet

@@ -1,0 +1,89 @@
+// Encodes text and writes it to a file: the way that all output goes.
+//
+// Text is converted by composed character sequences. One that the encoding lacks is replaced as a whole by the
+// replacement text; where that cannot be converted either, nothing is written and the system log is told.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/code_pages.h"
+#include "platform/text_buffer.h"
+
+namespace quillet {
+
+// Bytes on their way to a file, written in large blocks. A block that cannot be written is told to the system log,
+// once, and is lost; the writing goes on.
+class OutputBuffer {
+ public:
+  static constexpr std::size_t kBlockSize = 262'144;  // bytes
+
+  explicit OutputBuffer(int descriptor) : descriptor_(descriptor) {}
+
+  // Room for this many bytes, to be taken in by extend().
+  char* room(std::size_t bytes) {
+    if (capacity_ - size_ < bytes) makeRoom(bytes);
+    return data_.get() + size_;
+  }
+  void extend(std::size_t bytes) { size_ += bytes; }
+
+  void flush();
+  std::int64_t bytesWritten() const { return bytesWritten_; }  // those that reached the file
+
+ private:
+  void makeRoom(std::size_t bytes);
+
+  int descriptor_;
+  std::unique_ptr<char[]> data_;
+  std::size_t size_ = 0;
+  std::size_t capacity_ = 0;
+  std::int64_t bytesWritten_ = 0;
+};
+
+class TextWriter {
+ public:
+  TextWriter(int descriptor, std::int64_t encoding, std::u16string_view replacement);
+
+  // False for an empty text, which callers take for a failed write: this is meant. Writing itself never fails.
+  bool write(std::u16string_view text);
+
+  // Writes the cells with the separator between them, each in double quotes with the quotes in it doubled when
+  // quoted. False when all that together is empty. The first quotedCount cells are quoted.
+  bool writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount);
+
+  void flush() { out_.flush(); }
+  std::int64_t bytesWritten() const { return out_.bytesWritten(); }       // after flush()
+  std::int64_t charactersEncoded() const { return charactersEncoded_; }   // composed sequences
+
+ private:
+  bool writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                        std::size_t quotedCount);
+  std::size_t writeAscii(std::u16string_view text);
+  std::size_t writeInert(std::u16string_view text);
+  void writeSequence(std::u16string_view sequence);
+  void writeReplacement();
+
+  OutputBuffer out_;
+  Encoding encoding_;
+  std::u16string replacement_;
+  std::optional<std::string> replacementBytes_;
+  bool asciiIsItself_;  // the encoding is one of the four
+  std::string sequenceBytes_;
+  TextBuffer joined_;
+  std::int64_t charactersEncoded_ = 0;
+};
+
+// Appends the cells with the separator between them, the first quotedCount of them quoted, to a growing text.
+void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
+                  TextBuffer& out);
+
+// What writing the text would put into a file, as text: each sequence that the encoding lacks replaced. Stops once
+// the result has this many units.
+std::u16string textAsEncoded(std::u16string_view text, std::int64_t encoding, std::u16string_view replacement,
+                             std::size_t enoughUnits);
+
+}  // namespace quillet
