@@ -35,6 +35,15 @@ void InputFiles::replace(std::size_t index, Entry entry) {
   if (index < entries_.size()) entries_[index] = std::move(entry);
 }
 
+bool InputFiles::setOperations(std::size_t index, OperationList operations) {
+  const std::lock_guard lock(mutex_);
+  if (index >= entries_.size()) return false;
+  auto changed = std::make_shared<InputFile>(*entries_[index]);
+  changed->operations = std::move(operations);
+  entries_[index] = std::move(changed);
+  return true;
+}
+
 void InputFiles::setExpectedColumnsInLine(std::size_t index, const std::string& filePath,
                                           std::vector<ColumnEntry> columns) {
   const std::lock_guard lock(mutex_);

@@ -23,6 +23,7 @@ class InputFiles {
   void setAll(std::vector<Entry> entries);
   void insert(std::size_t index, const std::vector<Entry>& entries);  // behind the end: at the end
   void replace(std::size_t index, Entry entry);                       // nothing beyond the end
+  bool setOperations(std::size_t index, OperationList operations);    // false beyond the end
 
   // Stores the columns in the entry at the index, as it is now, if it still is the file of this path: the list may
   // have been edited since the pass began.

@@ -1,5 +1,7 @@
 #include "engine/preview_stores.h"
 
+#include <algorithm>
+
 #include "platform/composed_sequences.h"
 
 namespace quillet {
@@ -55,6 +57,27 @@ void PreviewStores::growFirstRow(Side side, Row row, const std::u16string* moreI
 void PreviewStores::appendOutput(std::u16string_view text) {
   const std::lock_guard lock(mutex_);
   content_.outputString += text;
+}
+
+std::size_t PreviewStores::rowCount(Side side) const {
+  const std::lock_guard lock(mutex_);
+  return rowsOf(side).size();
+}
+
+std::size_t PreviewStores::longestRow(Side side) const {
+  const std::lock_guard lock(mutex_);
+  std::size_t longest = 0;
+  for (const auto& row : rowsOf(side)) longest = std::max(longest, row.size());
+  return longest;
+}
+
+PreviewStores::Rows PreviewStores::rows(Side side, std::size_t first, std::size_t mostRows) const {
+  const std::lock_guard lock(mutex_);
+  const Rows& all = rowsOf(side);
+  const std::size_t begin = std::min(first, all.size());
+  const std::size_t count = std::min(mostRows, all.size() - begin);
+  const auto from = all.begin() + static_cast<std::ptrdiff_t>(begin);
+  return Rows(from, from + static_cast<std::ptrdiff_t>(count));
 }
 
 PreviewStores::Content PreviewStores::content() const {

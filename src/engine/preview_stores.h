@@ -39,7 +39,14 @@ class PreviewStores {
 
   Content content() const;  // a copy
 
+  // What a table asks.
+  std::size_t rowCount(Side side) const;
+  std::size_t longestRow(Side side) const;                                // in cells; 0 without rows
+  Rows rows(Side side, std::size_t first, std::size_t mostRows) const;    // a copy of those that there are
+
  private:
+  const Rows& rowsOf(Side side) const { return side == Side::Input ? content_.inputRows : content_.outputRows; }
+
   mutable std::mutex mutex_;
   Content content_;
 };

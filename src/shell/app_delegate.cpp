@@ -1,0 +1,81 @@
+#include "shell/app_delegate.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace quillet {
+
+namespace {
+
+constexpr const char* kSelectedFileKey = "LastSelectedFileIndex";
+
+JobSurroundings newState(std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
+                         std::shared_ptr<MainThread> mainThread) {
+  JobSurroundings state;
+  state.files = std::make_shared<InputFiles>();
+  state.state = std::make_shared<JobState>();
+  state.log = std::make_shared<JobLog>(folders);
+  state.previewStores = std::make_shared<PreviewStores>();
+  state.outputFiles = std::make_shared<OutputFiles>();
+  state.defaults = std::move(defaults);
+  state.folders = std::move(folders);
+  state.mainThread = std::move(mainThread);
+  return state;
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
+                         std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread)
+    : shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
+      fileSelection_(*shared_.files),
+      inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
+      operationTable_(fileSelection_),
+      previewPanel_(*shared_.previewStores, fileSelection_, *shared_.defaults),
+      outputFolder_(*shared_.defaults, desktop.alerts, desktop.panels),
+      logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
+      jobController_(shared_, {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
+                     [this] { previewPanel_.updatePreviewPanel(); }),
+      rightSide_(fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
+                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
+  fileSelection_.setChanged([this] { rightSide_.updateRightSide(); });
+}
+
+// Closed before the groups go: a run cannot reach them any more.
+AppDelegate::~AppDelegate() {
+  shared_.mainThread->close();
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+  inputFileList_.loadLastOpenedFiles();
+  restoreSelection();
+}
+
+void AppDelegate::restoreSelection() {
+  const auto row = shared_.defaults->integerForKey(kSelectedFileKey);
+  if (!shared_.defaults->has(kSelectedFileKey) || row < 0 ||
+      row >= static_cast<std::int64_t>(shared_.files->count()))
+    return rightSide_.showHelpBox();
+  IndexSet rows;
+  rows.addIndex(row);
+  fileSelection_.select(rows);
+}
+
+void AppDelegate::applicationWillTerminate() {
+  inputFileList_.storeLastOpenedFiles();
+  storeSelection();
+}
+
+void AppDelegate::storeSelection() {
+  const auto row = fileSelection_.singleRow();
+  shared_.defaults->setValue(kSelectedFileKey, row ? nlohmann::json(*row) : nlohmann::json());
+}
+
+void AppDelegate::openFiles(const std::vector<std::string>& paths) {
+  shared_.defaults->setValue(kSelectedFileKey, nullptr);
+  if (!filesToOpen_) filesToOpen_ = paths;
+  jobController_.setStartedFromAppIcon();
+  inputFileList_.addInputFiles(*filesToOpen_, 0, SelectFiles::Yes, RestoreOperations::No);
+}
+
+}  // namespace quillet

@@ -1,0 +1,71 @@
+// The application: owns all state and one object of each group of commands, and joins them. It is the only
+// object that outlives a command. Runs on the main thread; a run of the engine that is going on when it ends
+// goes on by itself.
+//
+// Each group knows only what its constructor is given. To find where a command lives, follow the accessor.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "engine/job_engine.h"
+#include "shell/desktop.h"
+#include "shell/file_selection.h"
+#include "shell/input_file_list.h"
+#include "shell/job_controller.h"
+#include "shell/log_commands.h"
+#include "shell/operation_table.h"
+#include "shell/output_folder.h"
+#include "shell/preview_panel.h"
+#include "shell/right_side.h"
+#include "shell/status_line.h"
+
+namespace quillet {
+
+class AppDelegate {
+ public:
+  // mainThread is closed by the destructor and serves this application alone.
+  AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
+              std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread);
+  ~AppDelegate();
+  AppDelegate(const AppDelegate&) = delete;
+  AppDelegate& operator=(const AppDelegate&) = delete;
+
+  void applicationDidFinishLaunching();
+  void applicationWillTerminate();  // stores the session; a run is neither stopped nor awaited
+  // Files from outside. Only the first call's paths are ever added: this is meant.
+  void openFiles(const std::vector<std::string>& paths);
+
+  // What the engine and the main thread share.
+  const JobSurroundings& shared() const { return shared_; }
+
+  FileSelection& fileSelection() { return fileSelection_; }
+  InputFileList& inputFileList() { return inputFileList_; }
+  OperationTable& operationTable() { return operationTable_; }
+  PreviewPanel& previewPanel() { return previewPanel_; }
+  RightSide& rightSide() { return rightSide_; }
+  StatusLine& statusLine() { return statusLine_; }
+  OutputFolder& outputFolder() { return outputFolder_; }
+  LogCommands& logCommands() { return logCommands_; }
+  JobController& jobController() { return jobController_; }
+
+ private:
+  void restoreSelection();
+  void storeSelection();
+
+  JobSurroundings shared_;
+  FileSelection fileSelection_;
+  InputFileList inputFileList_;
+  OperationTable operationTable_;
+  PreviewPanel previewPanel_;
+  StatusLine statusLine_;
+  OutputFolder outputFolder_;
+  LogCommands logCommands_;
+  JobController jobController_;
+  RightSide rightSide_;
+  std::optional<std::vector<std::string>> filesToOpen_;
+};
+
+}  // namespace quillet
