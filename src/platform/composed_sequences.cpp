@@ -5,11 +5,8 @@
 #include <cstdint>
 #include <unicode/uchar.h>
 
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
-
 #include "platform/unicode_text.h"
+#include "platform/unit_blocks.h"
 
 namespace quillet {
 namespace {
@@ -199,31 +196,6 @@ const InertTable& inertTable() {
   return table;
 }
 
-// Moves index over whole blocks of units below U+0300.
-std::size_t passLowBlocks(std::u16string_view text, std::size_t index) {
-#if defined(__SSE2__)
-  const __m128i highestLow = _mm_set1_epi16(0x02FF);
-  const auto load = [&](std::size_t at) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
-  };
-  // What a unit has above 02FF: 0 for the low ones.
-  const auto excess = [&](std::size_t at) { return _mm_subs_epu16(load(at), highestLow); };
-  const auto isZero = [](__m128i lanes) {
-    return _mm_movemask_epi8(_mm_cmpeq_epi8(lanes, _mm_setzero_si128())) == 0xFFFF;
-  };
-  while (text.size() - index >= 32) {
-    const __m128i first = _mm_or_si128(excess(index), excess(index + 8));
-    const __m128i second = _mm_or_si128(excess(index + 16), excess(index + 24));
-    if (!isZero(_mm_or_si128(first, second))) break;
-    index += 32;
-  }
-  while (text.size() - index >= 8 && isZero(excess(index))) index += 8;
-#else
-  while (index < text.size() && text[index] < 0x0300) ++index;
-#endif
-  return index;
-}
-
 // In front of these units a sequence always ends, whatever stands before: nothing joins them.
 bool isSureStart(std::u16string_view text, std::size_t index) {
   const char16_t unit = text[index];
@@ -248,10 +220,11 @@ std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t sta
 std::size_t inertRunLength(std::u16string_view text, std::size_t start) {
   std::size_t index = start;
   while (index < text.size()) {
-    index = passLowBlocks(text, index);
+    index = passUnitsBelow(text, index, 0x0300);
+    const InertTable& table = inertTable();
     const std::size_t blockEnd = std::min(index + 8, text.size());
     for (; index < blockEnd; ++index) {
-      if (!isInertUnit(text[index])) return index == start ? 0 : index - 1 - start;
+      if (!table.contains(text[index])) return index == start ? 0 : index - 1 - start;
     }
   }
   return index - start;
