@@ -111,8 +111,10 @@ LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::
                           : quillet::singleByteTable(static_cast<Encoding>(encodingCode))),
       plainSeparator(!separator.empty() && isPlainAscii(separator)),
       plainNotAscii((separator.empty() || plainSeparator) && (!isOneCharacter(quote) || quote[0] < 0x80)) {
-  for (char16_t unit = 0; unit < 0x80; ++unit)
-    if (replaceCharacters.affects(unit)) stops[unit] = kStop;
+  for (char16_t unit = 0; unit < 0x80; ++unit) {
+    const bool undefined = singleByteTable && singleByteTable[unit] == kUndefinedByte;  // an unknown encoding
+    if (undefined || replaceCharacters.affects(unit)) stops[unit] = kStop;
+  }
   if (quoteString.size() == 1 && quoteString[0] < 0x80) {
     quoteUnit = quoteString[0];
     stops[quoteUnit] |= kSpecial;
@@ -208,11 +210,11 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
     const std::size_t taken = stopped ? static_cast<std::size_t>(std::countr_zero(stopped)) : wanted;
     const std::uint64_t inReach = simd::lowBits(taken);
 
-    std::uint64_t inside = 0;
+    std::uint64_t inside = call.inQuotes ? ~std::uint64_t{0} : 0;
     bool oddQuotes = false;
     if (rules.quoteUnit) {
       const std::uint64_t quotes = block.equalTo(static_cast<unsigned char>(rules.quoteUnit)) & inReach;
-      inside = simd::prefixParity(quotes) ^ (call.inQuotes ? ~std::uint64_t{0} : 0);
+      inside ^= simd::prefixParity(quotes);
       oddQuotes = std::popcount(quotes) & 1;
     }
     if (rules.plainSeparator) {
