@@ -1,5 +1,5 @@
-// The four text encodings: UTF-8 (code 4), Windows CP1252 (12), Mac Roman (30) and ASCII (1), strict and without
-// loss. Any other code is an encoding in which nothing can be decoded or encoded.
+// The four text encodings: UTF-8 (code 4), Windows CP1252 (12), Mac Roman (30) and ASCII (1), strict and
+// without loss. Any other code is an encoding in which nothing can be decoded or encoded.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@ enum class Encoding : std::int64_t { Ascii = 1, Utf8 = 4, WindowsCP1252 = 12, Ma
 inline constexpr char16_t kUndefinedByte = 0xFFFF;
 const char16_t* singleByteTable(Encoding encoding);
 
-// Whether one composed character sequence can be written in the encoding. A base with marks can be written in a
-// code page when it composes to one character of it.
+// Whether one composed character sequence can be written in the encoding. A base with marks can be written in
+// a code page when it composes to one character of it.
 bool canBeConverted(std::u16string_view sequence, Encoding encoding);
 
 // Appends the bytes of one composed sequence. False, and nothing appended, when it cannot be converted.

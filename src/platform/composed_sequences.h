@@ -1,5 +1,5 @@
-// Composed character sequences: a base character with all marks, joiners and modifiers that belong to it. They
-// are what a user takes for one character, and the unit of counting and converting in all output.
+// Composed character sequences: a base character with all marks, joiners and modifiers that belong to it.
+// They are what a user takes for one character, and the unit of counting and converting in all output.
 // Positions are in UTF-16 units, from 0. CR LF is two sequences.
 #pragma once
 
@@ -10,14 +10,18 @@ namespace quillet {
 
 // True if this unit, next to another inert unit, never joins it: a run of n inert units is n sequences. False
 // for surrogates, marks, joiners and the like. All units below U+0300 are inert.
-bool isInertUnit(char16_t unit);
+inline bool isInertUnit(char16_t unit);
 
-// The number of units from start that are inert, without the last one if what follows is not inert (which could
-// join it). Fast: it looks at many units at a time below U+0300.
+// The number of units from start that are inert, without the last one if what follows is not inert (which
+// could join it). Fast: it looks at many units at a time below U+0300.
 std::size_t inertRunLength(std::u16string_view text, std::size_t start = 0);
 
 // End of the sequence that starts at start (below text.size()).
-std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start);
+inline std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start);
+
+// The grapheme cluster that holds the unit at index (below text.size()) goes on to here. Clusters differ from
+// sequences in that only extending marks join, not the spacing ones.
+std::size_t graphemeClusterEndAround(std::u16string_view text, std::size_t index);
 
 std::size_t countComposedSequences(std::u16string_view text);
 
@@ -29,6 +33,23 @@ void forEachComposedSequence(std::u16string_view text, Visit visit) {
     visit(text.substr(start, end - start));
     start = end;
   }
+}
+
+namespace detail {
+
+bool isInertUnitByTable(char16_t unit);
+std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t start);
+
+}  // namespace detail
+
+inline bool isInertUnit(char16_t unit) {
+  return unit < 0x0300 || detail::isInertUnitByTable(unit);
+}
+
+inline std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start) {
+  const std::size_t next = start + 1;
+  if (next >= text.size() || (isInertUnit(text[start]) && isInertUnit(text[next]))) return next;
+  return detail::composedSequenceEndByRules(text, start);
 }
 
 }  // namespace quillet

@@ -1,4 +1,5 @@
-// The user's folders and small file questions. Paths are bytes as the system has them, without a trailing slash.
+// The user's folders and small file questions. Paths are bytes as the system has them, without a trailing
+// slash.
 #pragma once
 
 #include <optional>
@@ -19,8 +20,8 @@ class Folders {
   virtual std::string defaultsFile() const = 0;
 };
 
-// By the environment: XDG_DOCUMENTS_DIR of user-dirs.dirs, else ~/Documents; TMPDIR, else quillet/tmp in the XDG
-// cache folder; quillet/defaults.json in the XDG config folder.
+// By the environment: XDG_DOCUMENTS_DIR of user-dirs.dirs, else ~/Documents; TMPDIR, else quillet/tmp in the
+// XDG cache folder; quillet/defaults.json in the XDG config folder.
 class UserFolders final : public Folders {
  public:
   std::optional<std::string> documentsFolder() const override;
@@ -28,8 +29,8 @@ class UserFolders final : public Folders {
   std::string defaultsFile() const override;
 };
 
-// A folder of mode 0700 with a name that no other run has, removed with its content's leftovers by the destructor.
-// path() is empty if it could not be made.
+// A folder of mode 0700 with a name that no other run has, removed with its content's leftovers by the
+// destructor. path() is empty if it could not be made.
 class PrivateTemporaryFolder {
  public:
   explicit PrivateTemporaryFolder(const std::string& parent);  // parent is made when missing
@@ -42,18 +43,20 @@ class PrivateTemporaryFolder {
   std::string path_;
 };
 
-std::string lastPathComponent(std::string_view path);                      // "" of "/"
-std::string appendPathComponent(std::string_view folder, std::string_view name);  // one slash between, "" adds none
-bool makeFolders(const std::string& path);                                 // with all parents; true if it is there
+std::string lastPathComponent(std::string_view path);  // "" of "/"
+std::string appendPathComponent(std::string_view folder,
+                                std::string_view name);  // one slash between, "" adds none
+bool makeFolders(const std::string& path);               // with all parents; true if it is there
 bool fileExists(const std::string& path);
 bool isFolder(const std::string& path);
 
-// "file:///a%20b" for the absolute path "/a b", and back; nothing for what is no file URL.
+// "file:///a%20b" for the absolute path "/a b", "" for a relative one; and back, nothing for what is no file
+// URL of this machine.
 std::string fileUrlFromPath(std::string_view path);
 std::optional<std::string> pathFromFileUrl(std::string_view url);
 
-// The name itself if the folder has no such entry, else "stem_2.ext" to "stem_99.ext", the first that is free;
-// without an extension there is no dot. Nothing when all are taken.
+// The name itself if the folder has no such entry, else "stem_2.ext" to "stem_99.ext", the first that is
+// free; without an extension there is no dot. Nothing when all are taken.
 std::optional<std::string> fileNameAvailableInFolder(const std::string& folder, const std::string& fileName);
 
 }  // namespace quillet

@@ -22,7 +22,7 @@ class IndexSet {
 
   bool contains(std::int64_t index) const;
   bool isEmpty() const { return ranges_.empty(); }
-  std::int64_t count() const;       // of indexes, clamped at INT64_MAX
+  std::int64_t count() const;       // of indexes
   std::int64_t firstIndex() const;  // -1 for an empty set
   std::int64_t lastIndex() const;   // -1 for an empty set
   const std::vector<Range>& ranges() const { return ranges_; }

@@ -13,7 +13,8 @@ namespace quillet {
 // A translation of the key, or the key itself where no catalogue has it. Safe from any thread.
 std::u16string localized(std::u16string_view key);
 
-// Installs what localized() asks; nothing installed, or null, gives keys as they stand. Call before threads start.
+// Installs what localized() asks; nothing installed, or null, gives keys as they stand. Call before threads
+// start.
 using Translator = std::u16string (*)(std::u16string_view key);
 void setTranslator(Translator translator);
 

@@ -1,5 +1,5 @@
-// The system log: lines for those who look after the machine, not for the user. Standard error, unless a sink is
-// installed. Safe from any thread.
+// The system log: lines for those who look after the machine, not for the user. Standard error, unless a sink
+// is installed. Safe from any thread.
 #pragma once
 
 #include <functional>
@@ -10,8 +10,8 @@ namespace quillet {
 
 void logToSystem(std::u16string_view line);
 
-// Replaces the sink and returns the one before; an empty function stands for standard error. The sink is called
-// under a lock, one line at a time, and must not log itself.
+// Replaces the sink and returns the one before; an empty function stands for standard error. The sink is
+// called under a lock, one line at a time, and must not log itself.
 using SystemLogSink = std::function<void(std::u16string_view line)>;
 SystemLogSink setSystemLogSink(SystemLogSink sink);
 
