@@ -3,7 +3,7 @@
 
     compare.py            the workloads of workloads.json: medians of the processor time, and ratios to the floor
     compare.py --memory   the peak of resident memory with 2 GB of input; status 1 above 64 MB
-    compare.py --check    small data: every workload's output beside a plain reference; status 1 where they differ
+    compare.py --check    small data: every workload's output beside a plain reference; status 1 if they differ
 
 The measure is user plus system time of the whole process. The floor is two plain copies of the input, which is what a
 temporary file and its copy cost at least. Other programs (Miller, mawk, GNU sed, iconv, the Rust csv crate) take part
@@ -35,8 +35,8 @@ class Usage:
 
     def __init__(self, resources):
         self.seconds = resources.ru_utime + resources.ru_stime
-        # The kernel counts from before the program was loaded into the process, so this can only be too high: it is
-        # never below what Python itself holds (some 15 MB).
+        # The kernel counts from before the program was loaded into the process, so this can only be too high:
+        # it is never below what Python itself holds (some 15 MB).
         self.peak_mb = resources.ru_maxrss / 1024
 
 

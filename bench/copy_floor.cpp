@@ -1,9 +1,9 @@
-// copy_floor INPUT BETWEEN OUTPUT: copies a file to a second and that to a third, in blocks of 256 KB, and removes the
-// second. This is what a job with a temporary file cannot go below: the floor that compare.py measures against.
+// copy_floor INPUT BETWEEN OUTPUT: copies a file to a second and that to a third, in blocks of 256 KB, and
+// removes the second. This is what a job with a temporary file cannot go below: the floor that compare.py
+// measures against.
+#include <cstdio>
 #include <fcntl.h>
 #include <unistd.h>
-
-#include <cstdio>
 #include <vector>
 
 namespace {

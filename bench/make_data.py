@@ -3,16 +3,16 @@
 
     make_data.py [--seed N] KIND MEGABYTES FILE     a megabyte is 1,000,000 bytes; FILE "-" is standard output
 
-  people    CSV in UTF-8, 5 of 12 cells quoted, with commas, doubled quotes and here and there a line end in them, and some
+  people    CSV in UTF-8, 5 of 12 cells quoted, with commas, doubled quotes and here and there a line end in them, some
             accents
   plain     the same columns between tabs, ASCII, without any quote
   unicode   CSV, most of its bytes not ASCII: accents (composed and combining), Greek, Cyrillic, Han, Kana, Hangul, emoji
   cp1252    between bars, in Windows CP1252, about one byte in sixteen above 0x7F
   long      between tabs, lines of 17,000 to 70,000 characters, which the reader gives out in pieces
 
-The columns are id, first, last, email, phone, company, street, city, born, balance, amount, note. All kinds but long have
-them as a first line. No line is empty, every file ends with a line feed, and the file ends with the first whole line at
-or beyond the size. The same arguments make the same bytes everywhere.
+The columns are id, first, last, email, phone, company, street, city, born, balance, amount, note. All kinds but long
+have them as a first line. No line is empty, every file ends with a line feed, and the file ends with the first whole
+line at or beyond the size. The same arguments make the same bytes everywhere.
 """
 import argparse
 import random
@@ -22,26 +22,29 @@ COLUMNS = "id first last email phone company street city born balance amount not
 CELLS_A_POOL = 20000
 LINES_A_BLOCK = 8192
 
-FIRST = """Alma Boris Cecil Doris Edgar Fiona Gustav Helga Ivan Joan Karl Lydia Moses Nora Otto Petra Ralf Selma Tobias
-Ursula Viktor Wilma Xaver Yvonne Zacharias Abigail Bernard Clara Desmond Eleanor Felix Greta""".split()
+FIRST = """Alma Boris Cecil Doris Edgar Fiona Gustav Helga Ivan Joan Karl Lydia Moses Nora Otto
+Petra Ralf Selma Tobias Ursula Viktor Wilma Xaver Yvonne Zacharias Abigail Bernard Clara Desmond
+Eleanor Felix Greta""".split()
 FIRST_ACCENTED = "Renée Jörg Inés Chloë Ândré Søren Zsófia Łucja Bjørn Noémi".split()
-LAST = """Archer Baxter Coleman Dawson Ellis Foster Gibson Harper Ingram Jarvis Keller Lambert Marsh Norris Osborne Porter
-Quigley Reeves Saunders Thornton Underhill Vaughan Whitaker Yates Zeller Ashworth Blackwood Crane Drummond""".split() + [
+LAST = """Archer Baxter Coleman Dawson Ellis Foster Gibson Harper Ingram Jarvis Keller Lambert
+Marsh Norris Osborne Porter Quigley Reeves Saunders Thornton Underhill Vaughan Whitaker Yates
+Zeller Ashworth Blackwood Crane Drummond""".split() + [
     "de la Cruz", "O'Hara", "Lloyd-Price", "van Dyck"]
 LAST_ACCENTED = "Müller Gärtner Peña Lefèvre Strauß Nováková Øster Gonçalo Žižek Bélisle".split()
-CITIES = ["Ashbourne", "Beverley", "Springfield", "Calder", "Denholm", "Eastwick", "Farnham", "Granton", "Hexley", "Irvine",
-          "Port Jervis", "Kings Langley", "Springfield Gardens", "Leeward", "Marlow", "Newbridge", "Oakham", "St. Agnes"]
+CITIES = ["Ashbourne", "Beverley", "Springfield", "Calder", "Denholm", "Eastwick", "Farnham", "Granton", "Hexley",
+          "Irvine", "Port Jervis", "Kings Langley", "Springfield Gardens", "Leeward", "Marlow", "Newbridge", "Oakham", "St. Agnes"]
 CITIES_ACCENTED = ["Zürich", "Orléans", "Tromsø", "Málaga", "Gdańsk", "São Luís"]
 FIRMS = "Alder Bolt Cascade Delta Ember Falcon Gannet Helios Indigo Juno Krypton Lyra Magnet Nimbus Onyx Pelican".split()
 BRANCHES = "Brewing Castings Dairies Engines Fabrics Gears Hardware Insurance Joinery Kitchens Lenses Mills Optics".split()
 FORMS = ["Ltd", "Ltd", "Inc.", "plc", "AG", "& Co", "Corp."]
 ROADS = "Abbey Bridge Castle Dean Elm Ferry Grange Hawthorn Inkerman Jubilee Kiln Lime Manor Nelson Orchard Park".split()
 ROAD_KINDS = "Road Street Lane Close Drive Way".split()
-WORDS = """a about after again all and any asked at back be before both box by called came can card cash change client copy
-days did done due early every file first for form from full given goes had has here if in invoice is it kept last later
-left letter made may month more new next no not now number of office old on once only open or order our out over paid
-parts plan post price read sent should signed some stock such than that the their then there they this two until up very
-was week well were when with without year yes you""".split()
+WORDS = """a about after again all and any asked at back be before both box by called came can
+card cash change client copy days did done due early every file first for form from full given
+goes had has here if in invoice is it kept last later left letter made may month more new next no
+not now number of office old on once only open or order our out over paid parts plan post price
+read sent should signed some stock such than that the their then there they this two until up
+very was week well were when with without year yes you""".split()
 MONTHS = "January February March April May June July August September October November December".split()
 
 LATIN = "abcdefghijklmnopqrstuvwxyzáàâäãåæçéèêëíìîïñóòôöõøßúùûüýžščřďťňłśźęąőű"

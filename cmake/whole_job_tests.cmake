@@ -1,5 +1,5 @@
-# Whole jobs through quillet-drive, judged from outside: by what the sample was made from, and by a plain reference in
-# another language.
+# Whole jobs through quillet-drive, judged from outside: by what the sample was made from, and by a plain
+# reference in another language.
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 
 add_test(NAME WholeJobs.SampleGivesBackTheCustomersItWasMadeFrom
