@@ -6,7 +6,8 @@
   people    CSV in UTF-8, 5 of 12 cells quoted, with commas, doubled quotes and here and there a line end in them, some
             accents
   plain     the same columns between tabs, ASCII, without any quote
-  unicode   CSV, most of its bytes not ASCII: accents (composed and combining), Greek, Cyrillic, Han, Kana, Hangul, emoji
+  unicode   CSV, most of its bytes not ASCII: accents (composed and combining), Greek, Cyrillic, Han, Kana, Hangul,
+            emoji
   cp1252    between bars, in Windows CP1252, about one byte in sixteen above 0x7F
   long      between tabs, lines of 17,000 to 70,000 characters, which the reader gives out in pieces
 
@@ -32,12 +33,13 @@ Zeller Ashworth Blackwood Crane Drummond""".split() + [
     "de la Cruz", "O'Hara", "Lloyd-Price", "van Dyck"]
 LAST_ACCENTED = "Müller Gärtner Peña Lefèvre Strauß Nováková Øster Gonçalo Žižek Bélisle".split()
 CITIES = ["Ashbourne", "Beverley", "Springfield", "Calder", "Denholm", "Eastwick", "Farnham", "Granton", "Hexley",
-          "Irvine", "Port Jervis", "Kings Langley", "Springfield Gardens", "Leeward", "Marlow", "Newbridge", "Oakham", "St. Agnes"]
+          "Irvine", "Port Jervis", "Kings Langley", "Springfield Gardens", "Leeward", "Marlow", "Newbridge", "Oakham",
+          "St. Agnes"]
 CITIES_ACCENTED = ["Zürich", "Orléans", "Tromsø", "Málaga", "Gdańsk", "São Luís"]
-FIRMS = "Alder Bolt Cascade Delta Ember Falcon Gannet Helios Indigo Juno Krypton Lyra Magnet Nimbus Onyx Pelican".split()
-BRANCHES = "Brewing Castings Dairies Engines Fabrics Gears Hardware Insurance Joinery Kitchens Lenses Mills Optics".split()
+FIRMS = "Alder Bolt Cascade Delta Ember Falcon Gannet Helios Indigo Juno Krypton Lyra Magnet Nimbus Onyx".split()
+BRANCHES = "Brewing Castings Dairies Engines Fabrics Gears Hardware Insurance Joinery Lenses Mills Optics".split()
 FORMS = ["Ltd", "Ltd", "Inc.", "plc", "AG", "& Co", "Corp."]
-ROADS = "Abbey Bridge Castle Dean Elm Ferry Grange Hawthorn Inkerman Jubilee Kiln Lime Manor Nelson Orchard Park".split()
+ROADS = "Abbey Bridge Castle Dean Elm Ferry Grange Hawthorn Inkerman Jubilee Kiln Lime Manor Nelson Park".split()
 ROAD_KINDS = "Road Street Lane Close Drive Way".split()
 WORDS = """a about after again all and any asked at back be before both box by called came can
 card cash change client copy days did done due early every file first for form from full given
@@ -212,7 +214,8 @@ def unicode_pools(source):
 
 def cp1252_pools(source):
     def spiced(text):
-        return "".join(source.pick(CP1252_LETTERS) if letter.isalpha() and source.one_in(6) else letter for letter in text)
+        return "".join(source.pick(CP1252_LETTERS) if letter.isalpha() and source.one_in(6) else letter
+                       for letter in text)
 
     texts = ("first", "last", "company", "street", "city", "note")
     return [[spiced(cell) for cell in cells] if column in texts else cells

@@ -29,7 +29,8 @@ CITIES = ["Ashford", "Brookfield", "Cedar Falls", "Drayton", "Elmhurst", "Fort R
 MONTHS = "January February March April May June July August September October November December".split()
 NOTES = ["pays on time", "prefers e-mail", "moved last spring", "asks for printed invoices", "do not call on Fridays",
          "newsletter: yes", "two accounts, see 1204", "wholesale, 5% off", "VIP"]
-HEADER = ["Customer", "Name", "E-mail", "Phone", "Street", "ZIP", "City", "Born", "Customer since", "Balance", "Remarks"]
+HEADER = ["Customer", "Name", "E-mail", "Phone", "Street", "ZIP", "City", "Born", "Customer since", "Balance",
+          "Remarks"]
 ROWS_A_PAGE = 250
 ROWS = 3000  # of the sample in the repository
 

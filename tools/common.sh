@@ -92,7 +92,7 @@ require_programs() {
   done
   say "This system is $(system_name). Quillet is built and tested on Debian 12, and only there packages are installed."
   if [[ ${#missing[@]} -gt 0 ]]; then
-    fail "Please install ${missing[*]} and the libraries yourself; in Debian 12 the packages are: ${QUILLET_PACKAGES[*]}"
+    fail "Please install ${missing[*]} and the libraries yourself; Debian 12 calls them: ${QUILLET_PACKAGES[*]}"
   fi
   say "The programs that the build needs are here, so it goes on and tries."
 }
