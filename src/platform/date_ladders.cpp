@@ -112,39 +112,31 @@ class DateTables {
   }
 
   const ZoneOffsets& offsets() {
-    if (!offsets_) offsets_.emplace(environment_.timeZone);
+    if (!offsets_) offsets_ = ZoneOffsets::of(environment_.timeZone);
     return *offsets_;
   }
 
  private:
   DateEnvironment environment_;
   std::shared_ptr<const DateSymbols> symbols_;
-  std::optional<ZoneOffsets> offsets_;
+  std::shared_ptr<const ZoneOffsets> offsets_;
 };
 
 class Attempt {
  public:
   explicit Attempt(const Setting& setting) : setting_(setting), neededMarks_(setting.pattern) {}
 
-  // Sets askedIcu if that was needed.
-  std::optional<Instant> read(std::u16string_view text, const TextShape& shape, DateTables& tables,
-                              bool& askedIcu) {
-    if (!shape.hasMarksOf(neededMarks_)) return std::nullopt;
+  // By hand.
+  PlainDatePattern::Answer readPlainly(std::u16string_view text, const TextShape& shape, DateTables& tables,
+                                       Instant& instant) {
+    if (!shape.hasMarksOf(neededMarks_)) return PlainDatePattern::Answer::Failed;
     if (!formatter_) open(tables);
-    if (shape.isPrintableAscii) {
-      Instant instant = 0;
-      switch (plainPattern_.read(text, tables.offsets(), instant)) {
-        case PlainDatePattern::Answer::Read:
-          return instant;
-        case PlainDatePattern::Answer::Failed:
-          return std::nullopt;
-        case PlainDatePattern::Answer::AskIcu:
-          break;
-      }
-    }
-    askedIcu = true;
-    return formatter_->dateFromString(text);
+    if (!shape.isPrintableAscii) return PlainDatePattern::Answer::AskIcu;
+    return plainPattern_.read(text, tables.offsets(), instant);
   }
+
+  // By ICU, behind the other.
+  std::optional<Instant> read(std::u16string_view text) const { return formatter_->dateFromString(text); }
 
  private:
   void open(DateTables& tables) {
@@ -208,16 +200,31 @@ class Ladder {
   std::optional<Instant> read(std::u16string_view text, DateTables& tables) {
     const TextShape shape(text);
     if (!shape.hasDigit) return std::nullopt;
-    if (const auto* known = memory_.find(text)) return *known;
-    std::optional<Instant> instant;
     bool askedIcu = false;
-    for (std::size_t i = 0; i < attempts_.size() && !instant; ++i)
-      instant = attempts_[i].read(text, shape, tables, askedIcu);
+    for (Attempt& attempt : attempts_) {
+      Instant instant = 0;
+      switch (attempt.readPlainly(text, shape, tables, instant)) {
+        case PlainDatePattern::Answer::Read:
+          return kept(text, instant, askedIcu);
+        case PlainDatePattern::Answer::Failed:
+          break;
+        case PlainDatePattern::Answer::AskIcu:
+          if (!askedIcu) {
+            if (const auto* known = memory_.find(text)) return *known;
+            askedIcu = true;
+          }
+          if (const auto found = attempt.read(text)) return kept(text, found, askedIcu);
+      }
+    }
+    return kept(text, std::nullopt, askedIcu);
+  }
+
+ private:
+  std::optional<Instant> kept(std::u16string_view text, std::optional<Instant> instant, bool askedIcu) {
     if (askedIcu) memory_.keep(text, instant);
     return instant;
   }
 
- private:
   std::vector<Attempt> attempts_;
   Memory memory_;
 };

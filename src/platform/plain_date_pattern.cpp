@@ -1,6 +1,7 @@
 #include "platform/plain_date_pattern.h"
 
 #include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cmath>
 #include <unicode/ucal.h>
@@ -14,6 +15,7 @@ namespace quillet {
 
 namespace {
 
+constexpr std::size_t kMostNames = 32;  // bits of FoldedNames::namesOfFirst_
 constexpr std::int64_t kMinute = 60 * 1000;
 constexpr std::int64_t kDay = 24 * 60 * kMinute;
 
@@ -27,27 +29,32 @@ constexpr char16_t lower(char16_t unit) {
   return unit >= u'A' && unit <= u'Z' ? unit + 0x20 : unit;
 }
 
-std::u16string symbolOf(const UDateFormat* format, UDateFormatSymbolType type, std::int32_t index) {
+std::optional<std::u16string> symbolOf(const UDateFormat* format, UDateFormatSymbolType type,
+                                       std::int32_t index) {
   char16_t text[64];
   UErrorCode error = U_ZERO_ERROR;
   const std::int32_t length = udat_getSymbols(format, type, index, text, std::size(text), &error);
-  return U_SUCCESS(error) ? std::u16string(text, length) : std::u16string();
+  if (U_FAILURE(error)) return std::nullopt;
+  return std::u16string(text, length);
 }
 
-std::u16string symbolOf(const UNumberFormat* format, UNumberFormatSymbol symbol) {
+std::optional<std::u16string> symbolOf(const UNumberFormat* format, UNumberFormatSymbol symbol) {
   char16_t text[64];
   UErrorCode error = U_ZERO_ERROR;
   const std::int32_t length = unum_getSymbol(format, symbol, text, std::size(text), &error);
-  return U_SUCCESS(error) ? std::u16string(text, length) : std::u16string();
+  if (U_FAILURE(error)) return std::nullopt;
+  return std::u16string(text, length);
 }
 
-void readNames(const UDateFormat* format, UDateFormatSymbolType type, std::vector<std::u16string>& names,
+bool readNames(const UDateFormat* format, UDateFormatSymbolType type, std::vector<std::u16string>& names,
                FoldedNames& folded) {
   const std::int32_t count = udat_countSymbols(format, type);
   for (std::int32_t i = 0; i < count; ++i) {
-    names.push_back(symbolOf(format, type, i));
-    folded.add(i, names.back());
+    const auto name = symbolOf(format, type, i);
+    if (!name || !folded.add(i, *name)) return false;
+    names.push_back(*name);
   }
+  return true;
 }
 
 void appendNumber(int value, std::size_t leastDigits, std::u16string& out) {
@@ -61,26 +68,29 @@ void appendNumber(int value, std::size_t leastDigits, std::u16string& out) {
 
 }  // namespace
 
-void FoldedNames::add(int index, std::u16string_view name) {
+bool FoldedNames::add(int index, std::u16string_view name) {
   char16_t folded[64];
   UErrorCode error = U_ZERO_ERROR;
   const std::int32_t length =
       u_strFoldCase(folded, std::size(folded), name.data(), static_cast<std::int32_t>(name.size()),
                     U_FOLD_CASE_DEFAULT, &error);
-  if (U_FAILURE(error) || length == 0) return;
+  if (length == 0) return true;
+  if (U_FAILURE(error) || names_.size() == kMostNames) return false;
   std::string ascii;
   for (std::int32_t i = 0; i < length; ++i) {
-    if (folded[i] >= 0x80) return;
+    if (folded[i] >= 0x80) return true;
     ascii += static_cast<char>(folded[i]);
   }
-  isFirst_[static_cast<unsigned char>(ascii[0])] = true;
+  namesOfFirst_[static_cast<unsigned char>(ascii[0])] |= 1u << names_.size();
   names_.push_back({index, std::move(ascii)});
+  return true;
 }
 
 std::optional<FoldedNames::Match> FoldedNames::longestAtStartOf(std::u16string_view text) const {
   std::optional<Match> longest;
-  if (text.empty() || text[0] >= 0x80 || !isFirst_[lower(text[0])]) return longest;
-  for (const Name& name : names_) {
+  if (text.empty() || text[0] >= 0x80) return longest;
+  for (std::uint32_t left = namesOfFirst_[lower(text[0])]; left != 0; left &= left - 1) {
+    const Name& name = names_[std::countr_zero(left)];
     std::size_t length = 0;
     while (length < name.folded.size() && length < text.size() &&
            lower(text[length]) == static_cast<char16_t>(name.folded[length]))
@@ -99,21 +109,23 @@ std::shared_ptr<const DateSymbols> DateSymbols::of(const DateEnvironment& enviro
       udat_open(UDAT_PATTERN, UDAT_PATTERN, environment.locale.c_str(), u"UTC", 3, u"y", 1, &error);
   if (U_FAILURE(error)) return symbols;
   const char* const calendar = ucal_getType(udat_getCalendar(format), &error);
-  symbols->isGregorian = U_SUCCESS(error) && std::string_view(calendar) == "gregorian";
+  const bool isGregorian = U_SUCCESS(error) && std::string_view(calendar) == "gregorian";
   const UNumberFormat* const numbers = udat_getNumberFormat(format);
   symbols->hasLatinDigits = symbolOf(numbers, UNUM_ZERO_DIGIT_SYMBOL) == u"0";
-  readNames(format, UDAT_MONTHS, symbols->months, symbols->monthsToRead);
-  readNames(format, UDAT_SHORT_MONTHS, symbols->shortMonths, symbols->shortMonthsToRead);
-  readNames(format, UDAT_AM_PMS, symbols->halves, symbols->halvesToRead);
-  symbols->specialNumbers.add(0, symbolOf(numbers, UNUM_NAN_SYMBOL));
-  symbols->specialNumbers.add(1, symbolOf(numbers, UNUM_INFINITY_SYMBOL));
+  const auto notANumber = symbolOf(numbers, UNUM_NAN_SYMBOL);
+  const auto infinity = symbolOf(numbers, UNUM_INFINITY_SYMBOL);
+  symbols->isPlain = isGregorian && readNames(format, UDAT_MONTHS, symbols->months, symbols->monthsToRead) &&
+                     readNames(format, UDAT_SHORT_MONTHS, symbols->shortMonths, symbols->shortMonthsToRead) &&
+                     readNames(format, UDAT_AM_PMS, symbols->halves, symbols->halvesToRead) && notANumber &&
+                     symbols->specialNumbers.add(0, *notANumber) && infinity &&
+                     symbols->specialNumbers.add(1, *infinity);
   udat_close(format);
   return symbols;
 }
 
 PlainDatePattern::PlainDatePattern(std::u16string_view pattern, std::shared_ptr<const DateSymbols> symbols)
     : symbols_(std::move(symbols)) {
-  if (!symbols_->isGregorian || !readTokens(pattern)) return;
+  if (!symbols_->isPlain || !readTokens(pattern)) return;
   canRead_ = !hasAdjacentFields();
   canPrint_ = symbols_->hasLatinDigits && canPrintAllFields();
 }

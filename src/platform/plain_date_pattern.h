@@ -26,7 +26,8 @@ class FoldedNames {
     std::size_t lengthInUnits;
   };
 
-  void add(int index, std::u16string_view name);
+  // False if it could not be taken in.
+  [[nodiscard]] bool add(int index, std::u16string_view name);
   // The longest name that the text starts with; one that ends in a dot also without it.
   std::optional<Match> longestAtStartOf(std::u16string_view text) const;
 
@@ -36,12 +37,12 @@ class FoldedNames {
     std::string folded;
   };
   std::vector<Name> names_;
-  std::array<bool, 128> isFirst_{};
+  std::array<std::uint32_t, 128> namesOfFirst_{};  // by the first character: a bit for each place in names_
 };
 
 // The words of a locale. Immutable once read, so readers and printers of one thread or many share them.
 struct DateSymbols {
-  bool isGregorian = false;
+  bool isPlain = false;  // the calendar is the Gregorian one, and all words could be taken in
   bool hasLatinDigits = false;
   std::vector<std::u16string> months, shortMonths, halves;
   FoldedNames monthsToRead, shortMonthsToRead, halvesToRead, specialNumbers;

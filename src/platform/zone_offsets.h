@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -15,7 +16,9 @@ class ZoneOffsets {
   static constexpr int kFirstYear = 1900;
   static constexpr int kLastYear = 2199;
 
-  // As ICU names the zone; empty for the system's or that of TZ.
+  // As ICU names the zone; empty for the system's or that of TZ. Made once for each zone and shared by all
+  // threads.
+  static std::shared_ptr<const ZoneOffsets> of(const std::string& timeZone);
   explicit ZoneOffsets(const std::string& timeZone);
 
   // What the clock on the wall is ahead of UTC. Nothing outside the years.
@@ -32,10 +35,13 @@ class ZoneOffsets {
     std::int64_t offset;
   };
 
-  // The one around an instant that lies behind the first start and in front of end_.
-  std::vector<Stretch>::const_iterator stretchAt(std::int64_t instant) const;
+  void fillSlots();
+  // The place of the one around an instant that lies behind the first start and in front of end_.
+  std::size_t stretchAt(std::int64_t instant) const;
 
   std::vector<Stretch> stretches_;
+  std::vector<std::uint16_t>
+      slots_;  // for each slot of time from the first start on: the stretch at its start
   std::int64_t end_ = 0;
 };
 
