@@ -287,8 +287,14 @@ double SimplePattern::mostSteps(std::size_t lengthInUnits) const {
 
 bool SimplePattern::find(std::u16string_view text, std::size_t start) {
   if (startAnchored_) return start == 0 && matchesAt(text, 0);
-  for (; start <= text.size(); ++start)
+  const Item* const needed = !items_.empty() && items_[0].least > 0 ? &items_[0] : nullptr;
+  for (; start <= text.size(); ++start) {
+    if (needed) {
+      while (start < text.size() && !needed->contains(text[start])) ++start;
+      if (start == text.size()) return false;
+    }
     if (matchesAt(text, start)) return true;
+  }
   return false;
 }
 

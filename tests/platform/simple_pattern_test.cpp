@@ -166,7 +166,7 @@ std::u16string randomSimplePattern(RandomSource& random) {
 TEST(SimplePattern, FindsWhatIcuFinds) {
   RandomSource random(71);
   Served served;
-  const std::uint64_t count = testing::rounds(2500);
+  const std::uint64_t count = testing::rounds(1500);
   for (std::uint64_t round = 0; round < count && !HasFatalFailure(); ++round) {
     const auto pattern = randomSimplePattern(random);
     const auto texts = randomTexts(random);
