@@ -1,6 +1,6 @@
-# Read by CTest itself, not at configure time: makes a test of every fuzz target that the fuzz preset has built, when
-# the environment says how many seconds each may take. So they stand in the same summary as the other tests, although
-# another compiler has built them. Without QUILLET_FUZZ_SECONDS there are none.
+# Read by CTest itself, not at configure time: makes a test of every fuzz target that the fuzz preset has
+# built, when the environment says how many seconds each may take. So they stand in the same summary as the
+# other tests, although another compiler has built them. Without QUILLET_FUZZ_SECONDS there are none.
 if(NOT "$ENV{QUILLET_FUZZ_SECONDS}" STREQUAL "")
   get_filename_component(root "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
   set(build "${root}/build/fuzz")
@@ -19,7 +19,8 @@ if(NOT "$ENV{QUILLET_FUZZ_SECONDS}" STREQUAL "")
       endforeach()
       file(MAKE_DIRECTORY "${build}/found/${target}" "${build}/failures")
       add_test("Fuzz.${subject}" "${target_path}" "-max_total_time=$ENV{QUILLET_FUZZ_SECONDS}" -timeout=20
-        -rss_limit_mb=2048 -print_final_stats=1 "-artifact_prefix=${build}/failures/${target}-" "${build}/found/${target}"
+        -rss_limit_mb=2048 -print_final_stats=1 "-artifact_prefix=${build}/failures/${target}-"
+        "${build}/found/${target}"
         ${seeds})
       set_tests_properties("Fuzz.${subject}" PROPERTIES TIMEOUT ${patience} LABELS fuzz)
     endif()

@@ -6,16 +6,18 @@
 The customers are made up clean first. CLEAN.csv has them as the operations of clean-customers.json should leave them;
 DIRTY.csv has them the way people, spreadsheets and conversions do it to a file: blanks and tabs around cells, dates
 in six forms, phones and amounts as typed, names the other way round, bytes of another encoding, control characters,
-cells over several lines, blank lines, lines of commas, page headers, missing cells and cells too many, and line ends of
-two systems. The same rows give the same bytes everywhere: only random() of a seeded generator is used.
+cells over several lines, blank lines, lines of commas, page headers, missing cells and cells too many, and line ends
+of two systems. The same rows give the same bytes everywhere: only random() of a seeded generator is used.
 """
 import argparse
 import random
 
-FIRST_NAMES = """Ada Bruno Carla Dmitri Elena Farid Grace Hanna Igor Judith Kofi Leila Marek Nadia Oscar Paula Quentin
-Rosa Stefan Tamara Ulrich Vera Wanda Xenia Yusuf Zoë Anaïs Håkon Jiří Małgorzata""".split()
-LAST_NAMES = """Abbott Barnes Castillo Donovan Eriksen Fischer Greene Haddad Ivanova Jensen Kowalski Lindqvist Moreau
-Novak Olsen Petrov Quinn Rossi Sørensen Tanaka Urban Vasquez Weber Xiong Yilmaz Zimmermann""".split()
+FIRST_NAMES = """Ada Bruno Carla Dmitri Elena Farid Grace Hanna Igor Judith Kofi Leila Marek
+Nadia Oscar Paula Quentin Rosa Stefan Tamara Ulrich Vera Wanda Xenia Yusuf Zoë Anaïs Håkon Jiří
+Małgorzata""".split()
+LAST_NAMES = """Abbott Barnes Castillo Donovan Eriksen Fischer Greene Haddad Ivanova Jensen
+Kowalski Lindqvist Moreau Novak Olsen Petrov Quinn Rossi Sørensen Tanaka Urban Vasquez Weber
+Xiong Yilmaz Zimmermann""".split()
 # The apostrophe of these comes as the byte 0x92 of a Windows code page in some rows.
 APOSTROPHE_NAMES = ["O'Brien", "D'Angelo", "O'Connor", "L'Hospital"]
 # As Latin-1 the accented letter takes the two letters behind it along, as a three-byte start would.
@@ -27,7 +29,8 @@ CITIES = ["Ashford", "Brookfield", "Cedar Falls", "Drayton", "Elmhurst", "Fort R
 MONTHS = "January February March April May June July August September October November December".split()
 NOTES = ["pays on time", "prefers e-mail", "moved last spring", "asks for printed invoices", "do not call on Fridays",
          "newsletter: yes", "two accounts, see 1204", "wholesale, 5% off", "VIP"]
-HEADER = ["Customer", "Name", "E-mail", "Phone", "Street", "ZIP", "City", "Born", "Customer since", "Balance", "Remarks"]
+HEADER = ["Customer", "Name", "E-mail", "Phone", "Street", "ZIP", "City", "Born", "Customer since", "Balance",
+          "Remarks"]
 ROWS_A_PAGE = 250
 ROWS = 3000  # of the sample in the repository
 
@@ -141,7 +144,8 @@ def balance(source):
     amount = "%d.%02d" % (whole, cents)
     with_commas = "{:,}.{:02d}".format(whole, cents)
     if source.one_in(6) and amount != "0.00":
-        return "-" + amount, source.pick(["-" + amount, "(" + amount + ")", "($" + with_commas + ")", "-$" + with_commas])
+        forms = ["-" + amount, "(" + amount + ")", "($" + with_commas + ")", "-$" + with_commas]
+        return "-" + amount, source.pick(forms)
     return amount, source.pick([amount, "$" + with_commas, with_commas + " USD", " " + amount])
 
 

@@ -1,5 +1,5 @@
-# Shared by ./run and ./test: what the project needs from the system, and how it is built. To be sourced by bash
-# from a script that has set -euo pipefail and stands in the root of the project.
+# Shared by ./run and ./test: what the project needs from the system, and how it is built. To be sourced by
+# bash from a script that has set -euo pipefail and stands in the root of the project.
 
 # Debian's names of what the product, its tests and the sample job need.
 readonly QUILLET_PACKAGES=(
@@ -65,7 +65,8 @@ install_packages() {
   apt_get "${install[@]}" || { apt_get update && apt_get "${install[@]}"; }
 }
 
-# Sees to it that Debian 12 has what the build needs. Another system is told what is missing and is left as it is.
+# Sees to it that Debian 12 has what the build needs. Another system is told what is missing and is left as it
+# is.
 require_packages() {
   local -a missing=()
   if ! is_debian_12; then
@@ -81,7 +82,8 @@ require_packages() {
   install_packages "${missing[@]}" || fail "apt-get could not install: ${missing[*]}"
 }
 
-# On a system other than Debian 12 nothing is installed: go on where the programs are there, else say what is needed.
+# On a system other than Debian 12 nothing is installed: go on where the programs are there, else say what is
+# needed.
 require_programs() {
   local program
   local -a missing=()
@@ -90,7 +92,7 @@ require_programs() {
   done
   say "This system is $(system_name). Quillet is built and tested on Debian 12, and only there packages are installed."
   if [[ ${#missing[@]} -gt 0 ]]; then
-    fail "Please install ${missing[*]} and the libraries yourself; in Debian 12 the packages are: ${QUILLET_PACKAGES[*]}"
+    fail "Please install ${missing[*]} and the libraries yourself; Debian 12 calls them: ${QUILLET_PACKAGES[*]}"
   fi
   say "The programs that the build needs are here, so it goes on and tries."
 }

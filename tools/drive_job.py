@@ -13,7 +13,7 @@ class JobFailed(Exception):
 
 
 class DriveJob:
-    """One run over one input file. `home` stands for the user's home and is made here; the output goes to `output_folder`."""
+    """One run over one input file. `home` stands for the user's home; it and the output folder are made here."""
 
     def __init__(self, drive, home, output_folder):
         self.drive = str(pathlib.Path(drive).resolve())
@@ -33,8 +33,8 @@ class DriveJob:
 
     def write_script(self, input_path, operations, decode_replacement="?"):
         """Adds the file as a user does, gives it the operations, and runs."""
-        defaults = {"OutputFolderBookmark": self.output_folder.as_uri() + "/", "DecodeErrorReplacement": decode_replacement,
-                    "DontOpenOutputFolderAfterComplete": True}
+        defaults = {"OutputFolderBookmark": self.output_folder.as_uri() + "/",
+                    "DecodeErrorReplacement": decode_replacement, "DontOpenOutputFolderAfterComplete": True}
         commands = [
             {"do": "setDefaults", "values": defaults},
             {"do": "launch"},

@@ -12,7 +12,7 @@ import unicodedata
 
 LINE_LIMIT = 16384  # UTF-16 units
 MONTHS = "jan feb mar apr may jun jul aug sep oct nov dec".split()
-WHITESPACE = "\t \u00a0\u1680\u2000\u2001\u2002\u2003\u2004\u2005\u2006\u2007\u2008\u2009\u200a\u200b\u202f\u205f\u3000"
+WHITESPACE = "\t \u00a0\u1680" + "".join(map(chr, range(0x2000, 0x200C))) + "\u202f\u205f\u3000"
 CP1252_UNDEFINED = b"\x81\x8d\x8f\x90\x9d"
 
 
@@ -255,7 +255,8 @@ def skips(record, line, line_number):
     if kind == 5:
         return regular_expression(record, text).search(line) is not None
     escaped = re.escape(text)
-    return regular_expression(record, {1: escaped, 3: r"\A" + escaped, 4: escaped + r"\Z"}[kind]).search(line) is not None
+    pattern = {1: escaped, 3: r"\A" + escaped, 4: escaped + r"\Z"}[kind]
+    return regular_expression(record, pattern).search(line) is not None
 
 
 def trimmed(record, text, what):

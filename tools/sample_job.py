@@ -3,8 +3,8 @@
 
     sample_job.py [--check] DRIVE FOLDER
 
-DRIVE is quillet-drive. FOLDER is emptied of an earlier run and then holds output/ and home/, which stands for the user's
-home and holds the log. Prints the heads of input and output, the log, and where they lie. With --check it prints
+DRIVE is quillet-drive. FOLDER is emptied of an earlier run and then holds output/ and home/, which stands for the
+user's home and holds the log. Prints the heads of input and output, the log, and where they lie. With --check it prints
 little, and compares the output with what the sample was made from; status 1 and the first difference if they differ.
 """
 import argparse

@@ -10,8 +10,9 @@ namespace quillet {
 std::u16string replaceBackslashedCharacters(std::u16string_view text);
 std::u16string replaceWithBackslashedCharacters(std::u16string_view text);
 
-// Control characters become visible, one unit for one unit: the symbols of U+2400, a middle dot for a tab. The
-// line separator becomes a line feed, which stays.
-std::u16string stringByReplacingControlCharactersFromString(std::u16string_view text, std::u16string_view lineSeparator);
+// Control characters become visible, one unit for one unit: the symbols of U+2400, a middle dot for a tab.
+// The line separator becomes a line feed, which stays.
+std::u16string stringByReplacingControlCharactersFromString(std::u16string_view text,
+                                                            std::u16string_view lineSeparator);
 
 }  // namespace quillet

@@ -1,4 +1,5 @@
-// The words for the values of the enumerations, through localized(). A value outside its table gives "(Unknown)".
+// The words for the values of the enumerations, through localized(). A value outside its table gives
+// "(Unknown)".
 #pragma once
 
 #include <cstdint>

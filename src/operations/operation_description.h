@@ -8,8 +8,8 @@
 
 namespace quillet {
 
-// The three strings, empty for an unassigned code. The other two records are those of the same list, or null; the
-// final one is taken for symmetry and never read.
+// The three strings, empty for an unassigned code. The other two records are those of the same list, or null;
+// the final one is taken for symmetry and never read.
 std::array<std::u16string, 3> descriptionForOperation(const OperationRecord& operation,
                                                       const OperationRecord* initialOperation,
                                                       const OperationRecord* finalOperation);

@@ -1,5 +1,5 @@
-// One operation of a list: a small ordered map from key to integer or text. Integers are read tolerantly, so a
-// number may be held as text. A record is a value; an edit replaces it.
+// One operation of a list: a small ordered map from key to integer or text. Integers are read tolerantly, so
+// a number may be held as text. A record is a value; an edit replaces it.
 #pragma once
 
 #include <cstdint>

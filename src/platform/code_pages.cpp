@@ -124,6 +124,11 @@ const EncodeTable& cp1252EncodeTable() {
   return table;
 }
 
+const EncodeTable& asciiEncodeTable() {
+  static const EncodeTable& table = *new EncodeTable(kAsciiTable);
+  return table;
+}
+
 const EncodeTable& macRomanEncodeTable() {
   static const EncodeTable& table = *[] {
     auto made = std::make_unique<EncodeTable>(kMacRomanTable);
@@ -207,7 +212,19 @@ bool appendEncoded(std::u16string_view sequence, Encoding encoding, std::string&
   return true;
 }
 
-int encodedByte(char16_t unit, Encoding encoding) { return byteOfSequence({&unit, 1}, encoding); }
+const std::uint8_t* singleByteEncodeTable(Encoding encoding) {
+  switch (encoding) {
+    case Encoding::Ascii:
+      return asciiEncodeTable().byteOfUnit.data();
+    case Encoding::WindowsCP1252:
+      return cp1252EncodeTable().byteOfUnit.data();
+    case Encoding::MacOSRoman:
+      return macRomanEncodeTable().byteOfUnit.data();
+    case Encoding::Utf8:
+      break;
+  }
+  return nullptr;
+}
 
 std::optional<std::string> encodedText(std::u16string_view text, Encoding encoding) {
   std::string bytes;

@@ -221,9 +221,10 @@ std::size_t inertRunLength(std::u16string_view text, std::size_t start) {
   std::size_t index = start;
   while (index < text.size()) {
     index = passUnitsBelow(text, index, 0x0300);
+    const InertTable& table = inertTable();
     const std::size_t blockEnd = std::min(index + 8, text.size());
     for (; index < blockEnd; ++index) {
-      if (!isInertUnit(text[index])) return index == start ? 0 : index - 1 - start;
+      if (!table.contains(text[index])) return index == start ? 0 : index - 1 - start;
     }
   }
   return index - start;

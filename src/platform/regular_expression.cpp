@@ -5,6 +5,8 @@
 #include <unicode/uregex.h>
 #include <vector>
 
+#include "platform/simple_pattern.h"
+
 namespace quillet {
 
 namespace {
@@ -82,22 +84,44 @@ class Template {
 
 struct RegularExpression::State {
   ExpressionPointer expression;
+  std::optional<SimplePattern> simplePattern;  // does the same quickly, for the texts that it serves
   int groupCount = 0;
   Template readTemplate;
 
-  void setText(std::u16string_view text) {
+  // The walk over the matches of one text.
+  std::u16string_view text;
+  bool isSimple = false;
+  std::size_t nextStart = 0;  // of the simple walk
+
+  void setText(std::u16string_view newText) {
+    text = newText;
+    isSimple = simplePattern && simplePattern->serves(text);
+    nextStart = 0;
+    if (isSimple) return;
     UErrorCode error = U_ZERO_ERROR;
     uregex_setText(expression.get(), text.empty() ? u"" : text.data(), static_cast<std::int32_t>(text.size()),
                    &error);
   }
 
   bool findNext() {
+    if (isSimple) return findNextSimple();
     UErrorCode error = U_ZERO_ERROR;
     return uregex_findNext(expression.get(), &error) && U_SUCCESS(error);
   }
 
+  bool findNextSimple() {
+    if (nextStart > text.size() || !simplePattern->find(text, nextStart)) return false;
+    nextStart = simplePattern->groupEnd(0);
+    if (simplePattern->groupStart(0) == nextStart) ++nextStart;  // behind an empty match
+    return true;
+  }
+
   // Empty for a group that took no part.
-  std::u16string_view groupText(std::u16string_view text, int group) const {
+  std::u16string_view groupText(int group) const {
+    if (isSimple) {
+      const std::size_t start = simplePattern->groupStart(group);
+      return {text.data() + start, simplePattern->groupEnd(group) - start};
+    }
     UErrorCode error = U_ZERO_ERROR;
     const std::int32_t start = uregex_start(expression.get(), group, &error);
     const std::int32_t end = uregex_end(expression.get(), group, &error);
@@ -122,6 +146,7 @@ std::optional<RegularExpression> RegularExpression::compiled(std::u16string_view
   uregex_setTimeLimit(state->expression.get(), kTimeLimitForEachText, &error);
   state->groupCount = uregex_groupCount(state->expression.get(), &error);
   if (U_FAILURE(error)) return std::nullopt;
+  state->simplePattern = SimplePattern::recognised(pattern, caseSensitivity);
   return RegularExpression(std::move(state));
 }
 
@@ -138,11 +163,11 @@ std::size_t RegularExpression::appendReplacingMatches(std::u16string_view text,
   std::size_t matches = 0;
   std::size_t copied = 0;
   for (; state_->findNext(); ++matches) {
-    const std::u16string_view match = state_->groupText(text, 0);
+    const std::u16string_view match = state_->groupText(0);
     const std::size_t start = static_cast<std::size_t>(match.data() - text.data());
     out.append(text.substr(copied, start - copied));
     copied = start + match.size();
-    state_->readTemplate.appendTo(out, [&](int group) { return state_->groupText(text, group); });
+    state_->readTemplate.appendTo(out, [&](int group) { return state_->groupText(group); });
   }
   if (matches > 0) out.append(text.substr(copied));
   return matches;

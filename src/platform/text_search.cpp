@@ -45,6 +45,20 @@ bool foldsToAsciiCaseless(char16_t unit) {
          foldsToAscii(unit);
 }
 
+#if defined(__SSE2__)
+// The same for eight units.
+bool anyFoldsToAscii(__m128i units, bool isCaseless) {
+  const auto equals = [&](char16_t unit) { return _mm_cmpeq_epi16(units, eightTimes(unit)); };
+  __m128i found = _mm_or_si128(_mm_or_si128(equals(0x037E), equals(0x1FEF)), equals(0x212A));
+  if (isCaseless) {
+    const __m128i aboveLigatures = _mm_subs_epu16(_mm_sub_epi16(units, eightTimes(0xFB00)), eightTimes(6));
+    found = _mm_or_si128(found, _mm_cmpeq_epi16(aboveLigatures, _mm_setzero_si128()));
+    found = _mm_or_si128(found, _mm_or_si128(_mm_or_si128(equals(0x00DF), equals(0x017F)), equals(0x1E9E)));
+  }
+  return _mm_movemask_epi8(found) != 0;
+}
+#endif
+
 // Behind one of these a hit must not end when its grapheme cluster goes on.
 bool asksForMore(char16_t unit) {
   if (unit < 0x0300) return false;
@@ -91,9 +105,7 @@ TextSearcher::TextSearcher(std::u16string_view needle, SearchOptions options)
   if (hasAsciiNeedle && has(CaseInsensitiveSearch)) {
     std::transform(needle_.begin(), needle_.end(), needle_.begin(), asciiLowerCase);
   }
-  if (unitByUnit_) return;
-  foldedNeedle_ = foldedText(needle_, foldingFor(options_));
-  startsWithMark_ = u_getCombiningClass(static_cast<UChar32>(foldedNeedle_[0])) != 0;
+  if (!unitByUnit_) foldedNeedle_ = foldedText(needle_, foldingFor(options_));
 }
 
 std::optional<TextRange> TextSearcher::find(std::u16string_view text) const {
@@ -178,16 +190,14 @@ bool TextSearcher::foldsToAsciiBetween(std::u16string_view text, std::size_t sta
   const bool isCaseless = has(CaseInsensitiveSearch);
   if (has(LiteralSearch) && !isCaseless) return false;
   const std::u16string_view part = text.substr(0, end);
-  const char16_t limit = isCaseless ? kFoldsToAsciiCaselessLimit : kFoldsToAsciiLimit;
-  const auto isExceptional = isCaseless ? foldsToAsciiCaseless : foldsToAscii;
-  while (start < end) {
-    start = passUnitsBelow(part, start, limit);
-    const std::size_t blockEnd = std::min(start + 8, end);
-    for (; start < blockEnd; ++start) {
-      if (part[start] >= limit && isExceptional(part[start])) return true;
-    }
+  start = passUnitsBelow(part, start, isCaseless ? kFoldsToAsciiCaselessLimit : kFoldsToAsciiLimit);
+#if defined(__SSE2__)
+  for (; start + 8 <= end; start += 8) {
+    if (anyFoldsToAscii(unitsAt(part, start), isCaseless)) return true;
   }
-  return false;
+#endif
+  return std::any_of(part.begin() + static_cast<std::ptrdiff_t>(start), part.end(),
+                     isCaseless ? foldsToAsciiCaseless : foldsToAscii);
 }
 
 // The first place from start on where the needle stands unit by unit.
@@ -222,14 +232,29 @@ std::size_t TextSearcher::plainFind(std::u16string_view text, std::size_t start)
 
 // --- By the rule of equivalence. ---
 
-// False where the first code point of the fold already tells that nothing matches.
-bool TextSearcher::couldStartAt(std::u16string_view text, std::size_t index) const {
-  const char16_t unit = text[index];
-  if (isSurrogate(unit)) return !splitsPair(text, index);
-  const char32_t first = foldedNeedle_.empty() ? needle_[0] : foldedNeedle_[0];
-  // Marks can come to stand in another order.
-  return (startsWithMark_ && unit >= 0x0300) || firstFoldTable(foldingFor(options_))[unit] == first;
-}
+// Tells where the first code point of the fold already shows that nothing matches.
+class TextSearcher::StartFilter {
+ public:
+  explicit StartFilter(const TextSearcher& searcher)
+      : firstFolds_(firstFoldTable(foldingFor(searcher.options_))),
+        first_(searcher.foldedNeedle_.empty() ? searcher.needle_[0] : searcher.foldedNeedle_[0]),
+        // Marks can come to stand in another order.
+        takesAnyMark_(u_getCombiningClass(static_cast<UChar32>(first_)) != 0) {}
+
+  bool canStartInAscii() const { return first_ < 0x80; }
+
+  bool couldStartAt(std::u16string_view text, std::size_t index) const {
+    const char16_t unit = text[index];
+    if (firstFolds_[unit] == first_) return !splitsPair(text, index);
+    if (unit < 0x0300) return false;
+    return takesAnyMark_ || (isSurrogate(unit) && !splitsPair(text, index));
+  }
+
+ private:
+  const char16_t* firstFolds_;
+  char32_t first_;
+  bool takesAnyMark_;
+};
 
 std::optional<TextRange> TextSearcher::hitByRule(std::u16string_view text, std::size_t start) const {
   const Folding folding = foldingFor(options_);
@@ -244,12 +269,12 @@ std::optional<TextRange> TextSearcher::hitByRule(std::u16string_view text, std::
 }
 
 std::optional<TextRange> TextSearcher::nextByRule(std::u16string_view text, std::size_t start) const {
-  const bool passesAscii = !foldedNeedle_.empty() && foldedNeedle_[0] >= 0x80;
+  const StartFilter filter(*this);
   while (start < text.size()) {
-    if (passesAscii) start = passUnitsBelow(text, start, 0x80);
+    if (!filter.canStartInAscii()) start = passUnitsBelow(text, start, 0x80);
     const std::size_t blockEnd = std::min(start + 8, text.size());
     for (; start < blockEnd; ++start) {
-      if (!couldStartAt(text, start)) continue;
+      if (!filter.couldStartAt(text, start)) continue;
       if (const std::optional<TextRange> hit = hitByRule(text, start)) return hit;
     }
   }
@@ -257,8 +282,9 @@ std::optional<TextRange> TextSearcher::nextByRule(std::u16string_view text, std:
 }
 
 std::optional<TextRange> TextSearcher::lastByRule(std::u16string_view text, std::size_t lowestStart) const {
+  const StartFilter filter(*this);
   for (std::size_t start = text.size(); start-- > lowestStart;) {
-    if (!couldStartAt(text, start)) continue;
+    if (!filter.couldStartAt(text, start)) continue;
     if (const std::optional<TextRange> hit = hitByRule(text, start)) return hit;
   }
   return std::nullopt;

@@ -55,6 +55,7 @@ class TextSearcher {
 
  private:
   enum class Way { UnitByUnit, ByRule };
+  class StartFilter;
 
   Way wayFor(std::u16string_view text) const;
   std::optional<TextRange> nextHit(std::u16string_view text, std::size_t start, Way way) const;
@@ -70,7 +71,6 @@ class TextSearcher {
   std::size_t plainFind(std::u16string_view text, std::size_t start) const;
 
   // By the rule of equivalence.
-  bool couldStartAt(std::u16string_view text, std::size_t index) const;
   std::optional<TextRange> hitByRule(std::u16string_view text, std::size_t start) const;
   std::optional<TextRange> nextByRule(std::u16string_view text, std::size_t start) const;
   std::optional<TextRange> lastByRule(std::u16string_view text, std::size_t lowestStart) const;
@@ -80,8 +80,7 @@ class TextSearcher {
   std::u16string needle_;        // in lower case if case is ignored and it is ASCII
   std::u32string foldedNeedle_;  // empty when needle_ is its own fold
   SearchOptions options_;
-  bool unitByUnit_ = false;      // the needle is ASCII or compared literally
-  bool startsWithMark_ = false;  // its fold does, in a class that takes part in ordering
+  bool unitByUnit_ = false;  // the needle is ASCII or compared literally
 };
 
 std::optional<TextRange> rangeOfString(std::u16string_view text, std::u16string_view needle,

@@ -88,6 +88,16 @@ std::uint64_t stopBits(const unsigned char* bytes, const std::uint8_t* classes) 
   return mask;
 }
 
+// Puts the units of the bytes at the set bits in their places; returns the bit of the first that must be stopped at.
+std::uint64_t decodeHighBytes(const unsigned char* bytes, std::uint64_t high, const LineRules& rules, char16_t* units) {
+  for (; high; high &= high - 1) {
+    const int i = std::countr_zero(high);
+    if (rules.highByteStops[bytes[i] & 0x7F]) return high & (~high + 1);
+    units[i] = rules.singleByteTable[bytes[i]];
+  }
+  return 0;
+}
+
 }  // namespace
 
 ReadLineStats& ReadLineStats::operator+=(const ReadLineStats& other) {
@@ -111,8 +121,10 @@ LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::
                           : quillet::singleByteTable(static_cast<Encoding>(encodingCode))),
       plainSeparator(!separator.empty() && isPlainAscii(separator)),
       plainNotAscii((separator.empty() || plainSeparator) && (!isOneCharacter(quote) || quote[0] < 0x80)) {
-  for (char16_t unit = 0; unit < 0x80; ++unit)
-    if (replaceCharacters.affects(unit)) stops[unit] = kStop;
+  for (char16_t unit = 0; unit < 0x80; ++unit) {
+    const bool undefined = singleByteTable && singleByteTable[unit] == kUndefinedByte;  // an unknown encoding
+    if (undefined || replaceCharacters.affects(unit)) stops[unit] = kStop;
+  }
   if (quoteString.size() == 1 && quoteString[0] < 0x80) {
     quoteUnit = quoteString[0];
     stops[quoteUnit] |= kSpecial;
@@ -123,6 +135,11 @@ LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::
     if (last < 0x80) stops[last] |= kSpecial;
     // Only a plain separator can be found by comparing units, and only where a quote cannot be meant as well.
     if (last < 0x80 && (!plainSeparator || last == quoteUnit)) stops[last] |= kStop;
+  }
+  hasPlainHighBytes = singleByteTable && plainNotAscii;
+  for (int i = 0; hasPlainHighBytes && i < 0x80; ++i) {
+    const char16_t unit = singleByteTable[0x80 + i];
+    highByteStops[i] = unit == kUndefinedByte || replaceCharacters.affects(unit);
   }
   hasStops = std::any_of(std::begin(stops), std::end(stops), [](std::uint8_t bits) { return bits & kStop; });
 }
@@ -178,7 +195,7 @@ ReadResult FieldsAndLinesParser::readLineFrom(int descriptor, const LineRules& r
   for (;;) {
     Step step = readStretch(call);
     if (step == Step::GoOn) {
-      if (rules.plainNotAscii) readPlainCharacters(call);
+      if (rules.plainNotAscii && !rules.singleByteTable && readPlainCharacters(call)) continue;
       step = readCharacter(call);
     }
     switch (step) {
@@ -198,21 +215,23 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
     const std::size_t wanted =
         std::min({bytesReadIntoInputBuffer_ - inputBufferIndex_, kLineLimit - 1 - call.lineLength(), simd::kBlock});
     const unsigned char* from = inputBuffer_.get() + inputBufferIndex_;
-    if (wanted == 0 || *from >= 0x80) return Step::GoOn;
+    if (wanted == 0 || (*from >= 0x80 && !rules.hasPlainHighBytes)) return Step::GoOn;
     const simd::ByteBlock block(from);
-    block.widen(call.into.room(simd::kBlock));
+    char16_t* const units = call.into.room(simd::kBlock);
+    block.widen(units);
 
     std::uint64_t stopped = block.notAscii();
+    if (rules.hasPlainHighBytes) stopped = decodeHighBytes(from, stopped & simd::lowBits(wanted), rules, units);
     if (rules.hasStops) stopped |= stopBits(from, rules.stops);
     stopped &= simd::lowBits(wanted);
     const std::size_t taken = stopped ? static_cast<std::size_t>(std::countr_zero(stopped)) : wanted;
     const std::uint64_t inReach = simd::lowBits(taken);
 
-    std::uint64_t inside = 0;
+    std::uint64_t inside = call.inQuotes ? ~std::uint64_t{0} : 0;
     bool oddQuotes = false;
     if (rules.quoteUnit) {
       const std::uint64_t quotes = block.equalTo(static_cast<unsigned char>(rules.quoteUnit)) & inReach;
-      inside = simd::prefixParity(quotes) ^ (call.inQuotes ? ~std::uint64_t{0} : 0);
+      inside ^= simd::prefixParity(quotes);
       oddQuotes = std::popcount(quotes) & 1;
     }
     if (rules.plainSeparator) {
@@ -241,48 +260,59 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
   }
 }
 
-// Takes characters one by one as long as none is special, invalid or near the limit, and not all are ASCII.
-void FieldsAndLinesParser::readPlainCharacters(Call& call) {
+// Takes characters one by one as long as each is plain and they are not ASCII for long. True if it took some and
+// what follows is for readStretch again.
+bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
   constexpr std::size_t kManyAscii = 16;
   const LineRules& rules = call.rules;
-  const unsigned char* at = inputBuffer_.get() + inputBufferIndex_;
+  const unsigned char* const start = inputBuffer_.get() + inputBufferIndex_;
   const unsigned char* const end = inputBuffer_.get() + bytesReadIntoInputBuffer_;
-  const unsigned char* const start = at;
-  const std::size_t mostUnits = kLineLimit - call.lineLength();
-  char16_t* const out = call.into.room(kLineLimit + 2);
-  std::size_t units = 0, characters = 0, asciiRun = 0;
+  const unsigned char* at = start;
   const bool hasTable = !rules.replaceCharacters.isEmpty();
-  while (end - at >= 4 && units + 2 < mostUnits) {
+  char16_t* const firstUnit = call.into.room(kLineLimit);
+  char16_t* const lastUnit = firstUnit + (kLineLimit - 2 - call.lineLength());  // from here on the limit is near
+  char16_t* unit = firstUnit;
+  std::size_t characters = 0, asciiRun = 0;
+  bool forStretch = false;
+  for (; end - at >= 4 && unit < lastUnit; ++characters) {
     const unsigned char first = *at;
     if (first < 0x80) {
-      if (rules.stops[first] || ++asciiRun == kManyAscii) break;
-      out[units++] = first;
-      ++at;
-    } else if (rules.singleByteTable) {
-      const char16_t unit = rules.singleByteTable[first];
-      if (unit == kUndefinedByte || (hasTable && rules.replaceCharacters.affects(unit))) break;
-      out[units++] = unit;
-      ++at;
-      asciiRun = 0;
-    } else {
-      const int length = expectedLength(first);
-      if (!isValidUtf8(at, length)) break;
-      const char32_t character = decodedUtf8(at, length);
-      if (hasTable && rules.replaceCharacters.affects(character)) break;
-      if (length < 4) {
-        out[units++] = static_cast<char16_t>(character);
-      } else {
-        out[units++] = static_cast<char16_t>(0xD7C0 + (character >> 10));
-        out[units++] = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
+      const std::uint8_t kind = rules.stops[first];
+      if (kind == kSpecial && first == rules.quoteUnit) {
+        call.inQuotes = !call.inQuotes;
+      } else if (kind != 0 || ++asciiRun == kManyAscii) {
+        forStretch = kind != kStop;
+        break;
       }
-      at += length;
-      asciiRun = 0;
+      *unit++ = first;
+      ++at;
+      continue;
     }
-    ++characters;
+    asciiRun = 0;
+    char32_t character;
+    int length;
+    if (first < 0xE0) {
+      if (first < 0xC2 || !isContinuation(at[1])) break;
+      character = (first & 0x1Fu) << 6 | (at[1] & 0x3Fu);
+      length = 2;
+    } else {
+      length = first < 0xF0 ? 3 : 4;
+      if (!isValidUtf8(at, length)) break;
+      character = decodedUtf8(at, length);
+    }
+    if (hasTable && rules.replaceCharacters.affects(character)) break;
+    at += length;
+    if (length < 4) {
+      *unit++ = static_cast<char16_t>(character);
+    } else {
+      *unit++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
+      *unit++ = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
+    }
   }
-  call.into.extend(units);
+  call.into.extend(static_cast<std::size_t>(unit - firstUnit));
   call.count(static_cast<std::size_t>(at - start), characters);
   inputBufferIndex_ += static_cast<std::size_t>(at - start);
+  return forStretch && at > start;
 }
 
 FieldsAndLinesParser::Step FieldsAndLinesParser::readCharacter(Call& call) {

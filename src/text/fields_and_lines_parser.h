@@ -48,6 +48,8 @@ struct LineRules {
   bool plainNotAscii = false;          // a character that is not ASCII can neither be the quote nor end a line
   std::uint8_t stops[128] = {};        // 1: an ASCII character that only the step by step rule may handle
   bool hasStops = false;
+  bool hasPlainHighBytes = false;      // a single-byte encoding whose bytes above 7F need not be looked at one by one
+  bool highByteStops[128] = {};        // but for these, by the byte less 80
 };
 
 enum class ReadResult { Line = 0, Failure = 1, EndOfFile = 2 };
@@ -76,7 +78,7 @@ class FieldsAndLinesParser {
 
   bool refill(int descriptor, int& result);
   Step readStretch(Call& call);
-  void readPlainCharacters(Call& call);
+  bool readPlainCharacters(Call& call);
   Step readCharacter(Call& call);
   Step readSingleByteCharacter(Call& call);
   Step readUtf8Character(Call& call);

@@ -11,14 +11,15 @@
 #include "platform/simd_blocks.h"
 #include "platform/system_log.h"
 #include "platform/text_buffer.h"
-#include "platform/text_search.h"
+#include "platform/text_fold.h"
 #include "platform/unicode_text.h"
 
 namespace quillet {
 
 namespace {
 
-constexpr std::size_t kPieceUnits = 8'192;  // of a long text that are encoded between two looks at the buffer
+constexpr std::size_t kPieceUnits = 4'096;  // of a text that are encoded between two looks at the buffer
+constexpr std::size_t kShortReplacement = 16;  // bytes; a longer one takes the slow way
 
 // What a run of units was found to hold while it was narrowed.
 struct Narrowed {
@@ -110,7 +111,7 @@ char* writeDoublingQuotes(std::u16string_view text, char* to) {
   return to;
 }
 
-char* writeUtf8(char16_t unit, char* to) {
+inline char* putUtf8(char16_t unit, char* to) {
   if (unit < 0x80) {
     *to = static_cast<char>(unit);
     return unit == 0 ? to : to + 1;  // a NUL counts, but ends the bytes of its text before they begin
@@ -160,75 +161,89 @@ TextWriter::TextWriter(int descriptor, std::int64_t encoding, std::u16string_vie
       encoding_(static_cast<Encoding>(encoding)),
       replacement_(replacement),
       replacementBytes_(encodedText(replacement, encoding_)),
-      asciiIsItself_(canBeConverted(u"a", encoding_)) {
+      encodeTable_(singleByteEncodeTable(encoding_)),
+      asciiIsItself_(encodeTable_ || encoding_ == Encoding::Utf8) {
   // The bytes of a converted text end at its first NUL.
   if (replacementBytes_) replacementBytes_->resize(std::min(replacementBytes_->find('\0'), replacementBytes_->size()));
 }
 
+enum class TextWriter::Units { Utf8, Table, Unknown };
+
 bool TextWriter::write(std::u16string_view text) {
   if (text.empty()) return false;
-  for (std::size_t at = 0; at < text.size();) {
-    at += writeAscii(text.substr(at));
-    if (at == text.size()) break;
-    if (const std::size_t inert = inertRunLength(text, at)) {
-      at += writeInert(text.substr(at, inert));
-    } else {
+  if (encoding_ == Encoding::Utf8)
+    writeUnits<Units::Utf8>(text);
+  else if (encodeTable_ && replacementBytes_ && replacementBytes_->size() <= kShortReplacement)
+    writeUnits<Units::Table>(text);
+  else
+    writeUnits<Units::Unknown>(text);
+  return true;
+}
+
+template <TextWriter::Units units>
+char* TextWriter::putUnit(char16_t unit, char* to) const {
+  if constexpr (units == Units::Utf8) {
+    return putUtf8(unit, to);
+  } else {
+    const std::uint8_t byte = encodeTable_[unit];
+    *to = static_cast<char>(byte);
+    if (byte != 0) return to + 1;
+    if (unit == 0) return to;
+    std::memcpy(to, replacementBytes_->data(), replacementBytes_->size());
+    return to + replacementBytes_->size();
+  }
+}
+
+// In one walk: blocks of ASCII, single units that are inert, and sequences, which begin with the inert unit before
+// the first one that is not.
+template <TextWriter::Units units>
+void TextWriter::writeUnits(std::u16string_view text) {
+  constexpr std::size_t kBlock = 8;
+  constexpr std::size_t kMostBytes = units == Units::Utf8 ? 3 : kShortReplacement;  // of a unit
+  std::size_t at = 0;
+  while (at < text.size()) {
+    std::size_t limit = std::min(text.size(), at + kPieceUnits);
+    while (limit < text.size() && !isInertUnit(text[limit])) ++limit;  // nothing behind it joins what is before it
+    char* const start = out_.room((limit - at) * kMostBytes + kBlock);
+    char* to = start;
+    char* lastUnit = nullptr;  // where the bytes of the unit before begin, if it is a sequence so far
+    std::int64_t count = 0;
+    bool atSequence = false;
+    while (at < limit && !atSequence) {
+      if (units != Units::Unknown && limit - at >= kBlock) {
+        Narrowing narrowing;
+        narrowing.take8(text.data() + at, to);
+        if (narrowing.result().ascii) {
+          to += kBlock;
+          lastUnit = to - 1;
+          count += kBlock;
+          at += kBlock;
+          continue;
+        }
+      }
+      // Eight units, or what is left, one by one before the next look for ASCII.
+      for (const std::size_t end = std::min(limit, at + kBlock); at < end; ++at, ++count) {
+        if (units == Units::Unknown || !isInertUnit(text[at])) {
+          atSequence = true;
+          break;
+        }
+        lastUnit = to;
+        to = putUnit<units>(text[at], to);
+      }
+    }
+    if (atSequence && lastUnit) {
+      to = lastUnit;
+      --count;
+      --at;
+    }
+    out_.extend(static_cast<std::size_t>(to - start));
+    charactersEncoded_ += count;
+    if (atSequence) {
       const std::size_t end = composedSequenceEnd(text, at);
       writeSequence(text.substr(at, end - at));
       at = end;
     }
   }
-  return true;
-}
-
-// Writes the ASCII units at the text's start and returns their number. The last one is left where something could
-// join it from behind.
-std::size_t TextWriter::writeAscii(std::u16string_view text) {
-  if (!asciiIsItself_) return 0;
-  constexpr std::size_t kStep = 16;
-  const auto endsSequence = [&](std::size_t end) { return end == text.size() || isInertUnit(text[end]); };
-  std::size_t done = 0;
-  for (; text.size() - done >= kStep && endsSequence(done + kStep); done += kStep) {
-    Narrowing narrowing;
-    narrowing.take16(text.data() + done, out_.room(kStep));
-    if (!narrowing.result().ascii) break;
-    out_.extend(kStep);
-  }
-  char* const to = out_.room(kStep);
-  std::size_t more = 0;
-  for (; more < kStep && done + more < text.size(); ++more) {
-    const char16_t unit = text[done + more];
-    if (unit == 0 || unit >= 0x80 || !endsSequence(done + more + 1)) break;
-    to[more] = static_cast<char>(unit);
-  }
-  out_.extend(more);
-  charactersEncoded_ += static_cast<std::int64_t>(done + more);
-  return done + more;
-}
-
-// Writes the whole text, all of whose units are sequences by themselves, and returns its length.
-std::size_t TextWriter::writeInert(std::u16string_view text) {
-  const std::u16string_view piece = text.substr(0, kPieceUnits);
-  if (encoding_ == Encoding::Utf8) {
-    char* const start = out_.room(piece.size() * 3);
-    char* to = start;
-    for (const char16_t unit : piece) to = writeUtf8(unit, to);
-    out_.extend(static_cast<std::size_t>(to - start));
-    charactersEncoded_ += static_cast<std::int64_t>(piece.size());
-    return piece.size();
-  }
-  for (const char16_t unit : piece) {
-    if (const int byte = encodedByte(unit, encoding_); byte >= 0) {
-      if (byte > 0) {
-        *out_.room(1) = static_cast<char>(byte);
-        out_.extend(1);
-      }
-      ++charactersEncoded_;
-    } else {
-      writeReplacement();
-    }
-  }
-  return piece.size();
 }
 
 void TextWriter::writeSequence(std::u16string_view sequence) {
@@ -303,16 +318,16 @@ namespace {
 // A quote that something joins from behind is another character and is not doubled; this is the comparison of all
 // searches.
 void appendQuoted(std::u16string_view cell, TextBuffer& out) {
-  static const TextSearcher quote(u"\"", 0);
-  std::size_t done = 0;
-  out.append(u'"');
-  quote.forEachHit(cell, [&](TextRange hit) {
-    out.append(cell.substr(done, hit.end() - done));
-    out.append(u'"');
-    done = hit.end();
-  });
-  out.append(cell.substr(done));
-  out.append(u'"');
+  char16_t* const start = out.room(cell.size() * 2 + 2);
+  char16_t* to = start;
+  *to++ = u'"';
+  for (std::size_t i = 0; i < cell.size(); ++i) {
+    *to++ = cell[i];
+    if (cell[i] == u'"' && (i + 1 == cell.size() || cell[i + 1] < 0x300 || !isExtending(codePointAt(cell, i + 1))))
+      *to++ = u'"';
+  }
+  *to++ = u'"';
+  out.extend(static_cast<std::size_t>(to - start));
 }
 
 }  // namespace

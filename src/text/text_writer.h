@@ -60,10 +60,13 @@ class TextWriter {
   std::int64_t charactersEncoded() const { return charactersEncoded_; }   // composed sequences
 
  private:
+  enum class Units;  // how single units become bytes
   bool writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                         std::size_t quotedCount);
-  std::size_t writeAscii(std::u16string_view text);
-  std::size_t writeInert(std::u16string_view text);
+  template <TextWriter::Units units>
+  void writeUnits(std::u16string_view text);
+  template <TextWriter::Units units>
+  char* putUnit(char16_t unit, char* to) const;
   void writeSequence(std::u16string_view sequence);
   void writeReplacement();
 
@@ -71,7 +74,8 @@ class TextWriter {
   Encoding encoding_;
   std::u16string replacement_;
   std::optional<std::string> replacementBytes_;
-  bool asciiIsItself_;  // the encoding is one of the four
+  const std::uint8_t* encodeTable_;  // null unless single units are looked up
+  bool asciiIsItself_;               // the encoding is one of the four
   std::string sequenceBytes_;
   TextBuffer joined_;
   std::int64_t charactersEncoded_ = 0;

@@ -4,10 +4,12 @@
 #include <string>
 
 #include "support/date_reference.h"
+#include "support/random_source.h"
 
 namespace quillet {
 namespace {
 
+using testing::RandomSource;
 using testing::ReferenceLadders;
 using testing::Winner;
 
@@ -148,6 +150,175 @@ TEST(DateReader, ReadsInTheZoneOfTheReader) {
   EXPECT_EQ(reader.dateTimeFromString(u"2018-03-11 02:30"), std::nullopt) << "skipped by the zone";
   EXPECT_EQ(reader.dateTimeFromStringWithStandardDate(u"2018-8-16 4:00 PM"), k2018August16 + 20 * kHour);
   EXPECT_EQ(reader.dateTimeFromStringWithStandardDate(u"8/16/2018 4:00 PM"), std::nullopt);
+}
+
+constexpr const char* kLocales[] = {"en_US", "de_DE",       "fr_FR", "ja_JP", "th_TH", "ar_EG",
+                                    "fa_IR", "en_US_POSIX", "en_GB", "es_ES", "ko_KR", "root"};
+constexpr const char* kZones[] = {"UTC",          "America/New_York",    "America/Sao_Paulo",
+                                  "Asia/Kolkata", "Australia/Lord_Howe", "Europe/Berlin",
+                                  "Pacific/Apia", "Africa/Casablanca"};
+
+// Texts of dates and times in one environment, most of them right, many nearly so.
+class TextSource {
+ public:
+  TextSource(const DateEnvironment& environment, RandomSource& random) : random_(random) {
+    for (auto pattern : {u"yyyy-M-d", u"yyyy-MM-dd", u"M/d/yyyy", u"M/d/yy", u"d-MMM-yyyy", u"dd-MMM-yy",
+                         u"MMM d, y", u"MMMM d, yyyy", u"dd.MM.yy", u"d. MMMM y", u"d MMM y", u"yyyy-M-d Z",
+                         u"y/M/d", u"d/M/y", u"yyyy-MMM-dd", u"d. MMM y", u"yyyyMMdd"})
+      dates_.push_back(withFormat(environment, pattern));
+    for (int format = 1; format <= 3; ++format)
+      dates_.push_back(testing::referencePrinter(environment, format, 0));
+    for (auto pattern : {u"h:m a", u"H:m", u"hh:mm:ss a", u"HH:mm:ss", u"h:mm a Z", u"H:mm Z", u"h:m:s a Z",
+                         u"H:m:s Z", u"HH:mm z", u"H.mm"})
+      times_.push_back(withFormat(environment, pattern));
+    for (int format = 1; format <= 3; ++format)
+      times_.push_back(testing::referencePrinter(environment, 0, format));
+    for (int date = 1; date <= 3; ++date)
+      for (int time = 1; time <= 3; ++time)
+        both_.push_back(testing::referencePrinter(environment, date, time));
+  }
+
+  Instant instant() {
+    constexpr Instant kDay = 24 * kHour;
+    // Years 1890 to 2210 at all times of the day, sometimes far away, often where the clock changes.
+    Instant instant = (static_cast<double>(random_.below(116880)) - 29220) * kDay;
+    if (random_.oneIn(30)) instant = (static_cast<double>(random_.below(800000)) - 400000) * kDay;
+    if (random_.oneIn(3)) instant = (static_cast<double>(random_.below(40 * 365)) + 35 * 365) * kDay;
+    if (random_.oneIn(3)) {
+      constexpr Instant kChanges[] = {1520751600000,  1541311200000, 1521941400000, 1540688400000,
+                                      1325239200000,  1552206600000, 1541300400000, 1518919200000,
+                                      -1694368800000, 1526770800000};
+      instant = random_.pick(kChanges) + (static_cast<double>(random_.below(12)) - 6) * kHour;
+    }
+    if (!random_.oneIn(4)) instant += static_cast<double>(random_.below(24 * 3600)) * 1000;
+    return instant;
+  }
+
+  std::u16string date() { return mutated(random_.pick(dates_).stringFromDate(instant())); }
+  std::u16string time() { return mutated(random_.pick(times_).stringFromDate(instant())); }
+
+  std::u16string dateTime() {
+    if (random_.oneIn(2)) return mutated(random_.pick(both_).stringFromDate(instant()));
+    return date() + std::u16string(random_.pick(kGlue)) + time();
+  }
+
+ private:
+  static constexpr std::u16string_view kGlue[] = {u" ", u" ", u" ", u"  ", u"T", u", ", u" at "};
+
+  static DateFormatter withFormat(const DateEnvironment& environment, std::u16string_view pattern) {
+    DateFormatter formatter(environment);
+    formatter.setDateFormat(pattern);
+    return formatter;
+  }
+
+  std::u16string mutated(std::u16string text) {
+    static constexpr std::u16string_view kPieces[] = {
+        u"-",      u"/",      u".",      u",",  u":",   u" ",     u"  ",    u"\u202f", u"\u00a0", u"\t",
+        u"0",      u"1",      u"2",      u"9",  u"12",  u"31",    u"60",    u"00",     u"E",      u"e1",
+        u"x",      u"T",      u"Z",      u"N",  u"NaN", u"nan",   u"Mar",   u"may",    u"Sept",   u"a",
+        u"P",      u"PM",     u"a.m.",   u"+",  u"+1",  u"-0400", u"+0530", u"GMT",    u"'",      u"(",
+        u"\uff11", u"\u0663", u"\u0301", u"\n", u"%",   u"$",     u"\u221e"};
+    if (random_.oneIn(8)) {  // another separator
+      const auto separators = std::u16string_view(u"-/.,: ");
+      const char16_t from = random_.pick(separators);
+      const char16_t to = random_.pick(separators);
+      for (char16_t& unit : text) unit = unit == from ? to : unit;
+    }
+    for (std::size_t left = random_.oneIn(2) ? 0 : random_.below(3); left > 0 && !text.empty(); --left) {
+      const std::size_t place = random_.below(text.size());
+      switch (random_.below(4)) {
+        case 0:
+          text.erase(place, 1);
+          break;
+        case 1:
+          text.insert(place, random_.pick(kPieces));
+          break;
+        case 2:
+          text[place] = random_.pick(kPieces)[0];
+          break;
+        default:
+          text += random_.pick(kPieces);
+      }
+    }
+    return text;
+  }
+
+  RandomSource& random_;
+  std::vector<DateFormatter> dates_, times_, both_;
+};
+
+TEST(DateReader, TheFastWaysReadWhatTheLadderReads) {
+  RandomSource random(81);
+  std::size_t texts = 0, read = 0;
+  for (const char* locale : kLocales) {
+    for (const char* zone : kZones) {
+      if (testing::rounds(1) == 1 && random.oneIn(2)) continue;
+      const DateEnvironment environment{locale, zone};
+      const ReferenceLadders ladders(environment);
+      DateReader reader(environment);
+      TextSource source(environment, random);
+      for (std::uint64_t round = testing::rounds(40); round > 0; --round) {
+        const std::pair<Ladder, std::u16string> cases[] = {{Ladder::Date, source.date()},
+                                                           {Ladder::Date, source.date()},
+                                                           {Ladder::Time, source.time()},
+                                                           {Ladder::DateTime, source.dateTime()}};
+        for (const auto& [ladder, text] : cases) {
+          const Winner winner = referenceWinner(ladders, ladder, text);
+          ASSERT_EQ(readBy(reader, ladder, text), winner.instant)
+              << locale << " " << zone << " " << shown(text) << " attempt " << winner.attempt;
+          ASSERT_EQ(readBy(reader, ladder, text), winner.instant) << shown(text) << " again";
+          ++texts;
+          read += winner.instant.has_value();
+        }
+      }
+    }
+  }
+  EXPECT_GT(read, texts / 5) << "the test is of little worth";
+  EXPECT_GT(texts - read, texts / 5);
+}
+
+TEST(DateReader, AMemoryOfManyTextsStaysRight) {
+  const DateEnvironment environment{"de_DE", "Europe/Berlin"};
+  const ReferenceLadders ladders(environment);
+  DateReader reader(environment);
+  std::vector<std::u16string> texts;
+  for (char16_t day = u'1'; day <= u'9'; ++day)
+    for (std::u16string_view month : {u"M\u00e4rz", u"M\u00e4r.", u"Mrz", u"April"})
+      for (char16_t year = u'0'; year <= u'9'; ++year)
+        for (std::u16string_view rest : {u"", u" ", u"\u3000", u"x"})
+          texts.push_back(std::u16string(1, day) + u". " + std::u16string(month) + u" 200" + year +
+                          std::u16string(rest));
+  std::vector<std::optional<Instant>> expected;
+  for (const auto& text : texts) expected.push_back(ladders.date(text).instant);
+  for (int pass = 0; pass < 2; ++pass)
+    for (std::size_t i = 0; i < texts.size(); ++i)
+      ASSERT_EQ(reader.dateFromString(texts[i]), expected[i]) << shown(texts[i]);
+}
+
+TEST(DatePrinter, TheFastWayPrintsWhatTheFormatterPrints) {
+  RandomSource random(82);
+  for (const char* locale : kLocales) {
+    for (const char* zone : kZones) {
+      if (testing::rounds(1) == 1 && random.oneIn(2)) continue;
+      const DateEnvironment environment{locale, zone};
+      TextSource source(environment, random);
+      for (std::uint64_t round = testing::rounds(6); round > 0; --round) {
+        const std::int64_t dateFormat = random.below(6);
+        const std::int64_t timeFormat = dateFormat == 0 ? 1 + random.below(7) : random.below(8);
+        const DateFormatter expected = testing::referencePrinter(environment, dateFormat, timeFormat);
+        auto printer = timeFormat == 0   ? DatePrinter::forDate(dateFormat, environment)
+                       : dateFormat == 0 ? DatePrinter::forTime(timeFormat, environment)
+                                         : DatePrinter::forDateTime(dateFormat, timeFormat, environment);
+        for (int i = 0; i < 20; ++i) {
+          const Instant instant = source.instant();
+          std::u16string out = u">";
+          printer.append(instant, out);
+          ASSERT_EQ(out, u">" + expected.stringFromDate(instant))
+              << locale << " " << zone << " " << dateFormat << " " << timeFormat << " " << instant;
+        }
+      }
+    }
+  }
 }
 
 struct Printing {
