@@ -3,7 +3,9 @@
 // Positions are in UTF-16 units, from 0. CR LF is two sequences.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace quillet {
@@ -35,15 +37,25 @@ void forEachComposedSequence(std::u16string_view text, Visit visit) {
   }
 }
 
+// The units that are inert, for a loop that looks at every one.
+class InertUnits {
+ public:
+  static const InertUnits& table();  // made at the first use
+  bool contains(char16_t unit) const { return (bits_[unit / 64] >> (unit % 64) & 1) != 0; }
+
+ private:
+  InertUnits();
+  std::array<std::uint64_t, 0x10000 / 64> bits_ = {};
+};
+
 namespace detail {
 
-bool isInertUnitByTable(char16_t unit);
 std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t start);
 
 }  // namespace detail
 
 inline bool isInertUnit(char16_t unit) {
-  return unit < 0x0300 || detail::isInertUnitByTable(unit);
+  return unit < 0x0300 || InertUnits::table().contains(unit);
 }
 
 inline std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start) {

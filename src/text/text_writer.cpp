@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstring>
 
-#include "platform/composed_sequences.h"
 #include "platform/localization.h"
 #include "platform/simd_blocks.h"
 #include "platform/system_log.h"
@@ -223,7 +222,7 @@ void TextWriter::writeUnits(std::u16string_view text) {
       }
       // Eight units, or what is left, one by one before the next look for ASCII.
       for (const std::size_t end = std::min(limit, at + kBlock); at < end; ++at, ++count) {
-        if (units == Units::Unknown || !isInertUnit(text[at])) {
+        if (units == Units::Unknown || !inert_.contains(text[at])) {
           atSequence = true;
           break;
         }

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "platform/code_pages.h"
+#include "platform/composed_sequences.h"
 #include "platform/text_buffer.h"
 
 namespace quillet {
@@ -71,6 +72,7 @@ class TextWriter {
   void writeReplacement();
 
   OutputBuffer out_;
+  const InertUnits& inert_ = InertUnits::table();
   Encoding encoding_;
   std::u16string replacement_;
   std::optional<std::string> replacementBytes_;
