@@ -1,5 +1,7 @@
 #include "engine/column_reformat.h"
 
+#include <algorithm>
+
 #include "operations/operation_codes.h"
 #include "platform/character_set.h"
 #include "platform/localization.h"
@@ -8,6 +10,9 @@
 namespace quillet {
 
 namespace {
+
+// More digits behind the point than a line of the input has units would only exhaust the memory.
+constexpr std::int64_t kMostDigits = 16'384;
 
 std::optional<DatePrinter> printerFor(std::int64_t reformatAs, std::int64_t format, std::int64_t timeFormat) {
   switch (static_cast<ReformatAs>(reformatAs)) {
@@ -38,7 +43,7 @@ ColumnReformatter::ColumnReformatter(const OperationRecord& record, DateReader& 
     : reformatAs_(record.integer("IntArg2", 1)),
       useInvalidString_(hasFlags(record.integer("IntArg1", 0), UseInvalidStringFlag)),
       invalidString_(record.text("Arg2")),
-      digits_(record.integer("Arg5", 0)),
+      digits_(std::min(record.integer("Arg5", 0), kMostDigits)),
       reader_(reader),
       warn_(warn),
       printer_(printerFor(reformatAs_, record.integer("IntArg3", 1), record.integer("IntArg4", 1))) {}
