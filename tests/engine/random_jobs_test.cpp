@@ -147,9 +147,12 @@ std::string printed(const ReferenceJob& reference) {
   return out.str();
 }
 
-void compareStores(const PreviewStores::Content& content, const PreviewStores::Content& expected, bool isRun) {
-  EXPECT_EQ(content.inputRows, expected.inputRows);
-  EXPECT_EQ(content.outputRows, expected.outputRows);
+void compareStores(const PreviewStores::Content& content, const ReferenceJob& reference, bool isRun) {
+  const PreviewStores::Content& expected = reference.preview;
+  if (!isRun || !reference.hasManyRows) {
+    EXPECT_EQ(content.inputRows, expected.inputRows);
+    EXPECT_EQ(content.outputRows, expected.outputRows);
+  }
   EXPECT_EQ(content.inputString, expected.inputString);
   EXPECT_EQ(content.inputLineSeparator, expected.inputLineSeparator);
   EXPECT_EQ(content.outputString, isRun ? expected.outputString.substr(0, 16'384) : expected.outputString);
@@ -171,7 +174,7 @@ class RandomJobs : public ::testing::Test {
       job.preview({static_cast<std::int64_t>(selected)});
       reference.previewOf(selected);
     }
-    compareStores(job.stores(), reference.preview, isRun);
+    compareStores(job.stores(), reference, isRun);
     EXPECT_EQ(printed(job.logEntries()), printed(reference.log));
     compareFiles(job, reference);
     EXPECT_EQ(replacementFailures(job), reference.systemLog.size());

@@ -411,6 +411,7 @@ class ReferenceJob {
   std::vector<std::string> outputPaths;
   std::map<std::size_t, std::vector<ColumnEntry>> expectedColumns;  // by file
   std::vector<std::string> systemLog;  // kinds of lines that go there
+  bool hasManyRows = false;            // more than a run keeps
 
   void run() {
     write_ = true;
@@ -561,7 +562,8 @@ class ReferenceJob {
     ++keptLineCount_;
   }
 
-  void addToStore(PreviewStores::Rows& rows, const Texts& cells) const {
+  void addToStore(PreviewStores::Rows& rows, const Texts& cells) {
+    if (++storedRows_ > 1'000) hasManyRows = true;  // of both sides; a safe guess
     if (settings_.splitIntoLines || rows.empty()) {
       rows.push_back(cells);
       return;
@@ -773,7 +775,7 @@ class ReferenceJob {
 
   bool write_ = false;
   bool hasIssues_ = false;
-  std::int64_t repeats_ = 0;
+  std::int64_t repeats_ = 0, storedRows_ = 0;
   Counts totals_, counts_;
   DateReader dateReader_;
 
