@@ -1,8 +1,7 @@
 #include "engine/pending_text.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
+#include <unistd.h>
 
 #include "platform/composed_sequences.h"
 #include "platform/unicode_text.h"
@@ -19,8 +18,8 @@ std::size_t safeCut(std::u16string_view text) {
   return 0;
 }
 
-// Whether any number of units may stand between the character and what joins it, an emoji: then the end of its
-// sequence is not known before these have been seen.
+// Whether any number of units may stand between the character and what joins it, an emoji: then the end of
+// its sequence is not known before these have been seen.
 bool joinsFromAfar(std::u16string_view text, std::size_t at) {
   std::u16string joined;
   appendCodePoint(codePointAt(text, at), joined);
@@ -32,7 +31,7 @@ bool joinsFromAfar(std::u16string_view text, std::size_t at) {
 // The same for a text, from the start of a sequence, that has no plain units: the last end of a sequence that
 // nothing behind the text can move.
 std::size_t lastSureSequenceEnd(std::u16string_view text) {
-  constexpr std::size_t kLookAhead = 4;    // units behind a sequence that can decide where it ends
+  constexpr std::size_t kLookAhead = 4;     // units behind a sequence that can decide where it ends
   constexpr std::size_t kLastPart = 1'024;  // in which a place to cut is looked for
   std::size_t cut = 0;
   for (std::size_t at = 0; at < text.size();) {
@@ -72,7 +71,8 @@ void PendingText::moveToFile() {
   if (!file_ || std::fwrite(memory_.data(), 1, bytes, file_) != bytes || std::fflush(file_) != 0) {
     // Nothing is lost: the memory still has it, and takes what comes.
     noFile_ = true;
-    if (file_ && (ftruncate(fileno(file_), before) != 0 || std::fseek(file_, before, SEEK_SET) != 0)) std::clearerr(file_);
+    if (file_ && (ftruncate(fileno(file_), before) != 0 || std::fseek(file_, before, SEEK_SET) != 0))
+      std::clearerr(file_);
     return;
   }
   memory_.clear();

@@ -1,9 +1,8 @@
-// In the steady state of a job nothing is allocated on the heap for a line or a cell: ten times the lines take the
-// same number of allocations.
-#include <gtest/gtest.h>
-
+// In the steady state of a job nothing is allocated on the heap for a line or a cell: ten times the lines
+// take the same number of allocations.
 #include <atomic>
 #include <cstdlib>
+#include <gtest/gtest.h>
 #include <new>
 
 #include "engine/job_fixture.h"
@@ -20,19 +19,37 @@ void* countedAllocation(std::size_t size) {
 
 }  // namespace
 
-void* operator new(std::size_t size) { return countedAllocation(size); }
-void* operator new[](std::size_t size) { return countedAllocation(size); }
+void* operator new(std::size_t size) {
+  return countedAllocation(size);
+}
+void* operator new[](std::size_t size) {
+  return countedAllocation(size);
+}
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
   allocations.fetch_add(1, std::memory_order_relaxed);
   return std::malloc(size ? size : 1);
 }
-void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept { return operator new(size, tag); }
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete[](void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
-void operator delete[](void* memory, const std::nothrow_t&) noexcept { std::free(memory); }
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+  std::free(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+  std::free(memory);
+}
 
 namespace quillet {
 namespace {
@@ -80,8 +97,8 @@ OperationList all() {
        record(OpSkipLine, {{"IntArg2", 1}, {"Arg1", u"no such text"}}),
        record(OpSkipLine, {{"IntArg1", 1}, {"IntArg2", 3}, {"Arg1", u"short"}}),
        record(OpSkipLine, {{"IntArg2", 2}, {"Arg1", u"2, 5 - 8"}}), record(OpTrimLine, {{"IntArg2", 2}}),
-       record(OpReplaceLine, {{"Arg1", u"aaa"}, {"Arg2", u"longer text"}}), trim(0, u"s"), trim(1, u"fx"), trim(2, u""),
-       record(OpReplaceColumn, {{"Arg1", u"1, 2"}, {"Arg2", u"e"}, {"Arg3", u"<e>"}}),
+       record(OpReplaceLine, {{"Arg1", u"aaa"}, {"Arg2", u"longer text"}}), trim(0, u"s"), trim(1, u"fx"),
+       trim(2, u""), record(OpReplaceColumn, {{"Arg1", u"1, 2"}, {"Arg2", u"e"}, {"Arg3", u"<e>"}}),
        record(OpReformatColumn, {{"IntArg2", 5}, {"Arg1", u"3"}, {"Arg5", 2}}),
        record(OpReformatColumn, {{"IntArg2", 4}, {"Arg1", u"4"}}),
        record(OpSetInitialNumberOfColumns, {{"IntArg1", 6}, {"Arg1", u"filled"}}),
@@ -102,7 +119,8 @@ std::int64_t allocationsOfAJob(const JobCase& one, int lineCount) {
   EXPECT_NE(job.output(), "") << one.what;
   EXPECT_TRUE(job.systemLog.lines.empty()) << one.what;
   const auto lines = job.logLines();
-  EXPECT_EQ(std::count(lines.begin(), lines.end(), "Lines read: " + std::to_string(lineCount)), 1) << one.what;
+  EXPECT_EQ(std::count(lines.begin(), lines.end(), "Lines read: " + std::to_string(lineCount)), 1)
+      << one.what;
   return after - before;
 }
 
@@ -116,10 +134,11 @@ TEST(SteadyState, AllocatesNothingForLinesAndCells) {
       {"skip by numbers", with({record(OpSkipLine, {{"IntArg2", 2}, {"Arg1", u"3, 7 - 900"}})}), kPlain},
       {"trim lines", with({record(OpTrimLine, {{"IntArg2", 1}, {"Arg1", u" x"}})}), kPlain},
       {"replace in lines", with({record(OpReplaceLine, {{"Arg1", u"a"}, {"Arg2", u"bcd"}})}), kPlain},
-      {"replace in columns", with({record(OpReplaceColumn, {{"Arg1", u"1 - 4"}, {"Arg2", u"a"}, {"Arg3", u"bcd"}})}),
-       kPlain},
-      {"rearrange", with({record(OpSetInitialNumberOfColumns, {{"IntArg1", 4}, {"Arg1", u"x"}}),
-                          record(OpRearrangeColumns, {{"Arg1", u"3, 1, 2"}})}),
+      {"replace in columns",
+       with({record(OpReplaceColumn, {{"Arg1", u"1 - 4"}, {"Arg2", u"a"}, {"Arg3", u"bcd"}})}), kPlain},
+      {"rearrange",
+       with({record(OpSetInitialNumberOfColumns, {{"IntArg1", 4}, {"Arg1", u"x"}}),
+             record(OpRearrangeColumns, {{"Arg1", u"3, 1, 2"}})}),
        kPlain},
       {"join columns", with({record(OpJoinColumns, {{"Arg1", u"3 + 1, 2"}, {"Arg2", u"-"}})}), kPlain},
       {"join lines", with({record(OpJoinLines, {{"IntArg1", 10}, {"Arg1", u"-"}})}), kPlain},

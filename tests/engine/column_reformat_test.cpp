@@ -20,7 +20,9 @@ class ColumnReformat : public ::testing::Test {
   // The new text; nothing when the cell keeps its own.
   std::optional<std::u16string> reformatted(testing::Items items, std::u16string_view cell) {
     DateReader reader;
-    const ColumnReformatter::Warn warn = [&](std::u16string_view message) { warnings_.emplace_back(message); };
+    const ColumnReformatter::Warn warn = [&](std::u16string_view message) {
+      warnings_.emplace_back(message);
+    };
     ColumnReformatter reformatter(record(OpReformatColumn, items), reader, warn);
     TextArena arena;
     const auto result = reformatter.reformatted(cell, 6, arena);
@@ -51,7 +53,7 @@ TEST_F(ColumnReformat, PrintsDatesInEachFormat) {
 
 TEST_F(ColumnReformat, PrintsTimesInEachFormat) {
   const std::pair<std::int64_t, std::u16string> kFormats[] = {
-      {1, u"8:13 PM"}, {2, u"8:13:01 PM"},  {3, u"8:13:01 PM EST"}, {4, u"20:13"},
+      {1, u"8:13 PM"},  {2, u"8:13:01 PM"},  {3, u"8:13:01 PM EST"}, {4, u"20:13"},
       {5, u"20:13:01"}, {6, u"20:13 -0500"}, {7, u"20:13:01 -0500"}, {8, u"20:13:01 -0500"}};
   for (const auto& [format, text] : kFormats)
     EXPECT_EQ(reformatted({{"IntArg2", 2}, {"IntArg3", format}}, u"20:13:01"), text) << format;
@@ -59,7 +61,8 @@ TEST_F(ColumnReformat, PrintsTimesInEachFormat) {
 
 TEST_F(ColumnReformat, PrintsDatesWithTimes) {
   const auto both = [&](std::int64_t date, std::int64_t time) {
-    return reformatted({{"IntArg2", 3}, {"IntArg3", date}, {"IntArg4", time}}, u"2018-08-16 20:13:01").value_or(u"-");
+    return reformatted({{"IntArg2", 3}, {"IntArg3", date}, {"IntArg4", time}}, u"2018-08-16 20:13:01")
+        .value_or(u"-");
   };
   EXPECT_EQ(both(1, 1), u"8/16/18, 8:13 PM");
   EXPECT_EQ(both(4, 4), u"2018-08-1620:13");  // they touch: this is meant
@@ -91,7 +94,12 @@ TEST_F(ColumnReformat, PutsTheInvalidStringInTheirPlace) {
 
 TEST_F(ColumnReformat, ReadsIntegers) {
   const std::pair<std::u16string, std::u16string> kCases[] = {
-      {u"12abc", u"12"}, {u"3.9", u"3"}, {u"", u"0"}, {u"abc", u"0"}, {u"  -5", u"-5"}, {u"007", u"7"},
+      {u"12abc", u"12"},
+      {u"3.9", u"3"},
+      {u"", u"0"},
+      {u"abc", u"0"},
+      {u"  -5", u"-5"},
+      {u"007", u"7"},
       {u"99999999999999999999", u"9223372036854775807"}};
   for (const auto& [cell, text] : kCases) EXPECT_EQ(reformatted({{"IntArg2", 4}}, cell), text);
 }
@@ -128,7 +136,8 @@ TEST_F(ColumnReformat, BoundsTheDigits) {
 }
 
 TEST_F(ColumnReformat, LeavesCellsOfAnUnknownKind) {
-  for (const std::int64_t as : {-1, 0, 6, 99}) EXPECT_EQ(reformatted({{"IntArg2", as}}, u"2018-08-16"), std::nullopt);
+  for (const std::int64_t as : {-1, 0, 6, 99})
+    EXPECT_EQ(reformatted({{"IntArg2", as}}, u"2018-08-16"), std::nullopt);
 }
 
 }  // namespace

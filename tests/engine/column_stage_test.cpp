@@ -44,14 +44,17 @@ std::u16string columns(OperationList middle, std::u16string_view line, bool addQ
 OperationRecord numbered(std::int64_t code, std::int64_t count, std::u16string text = u"") {
   return record(code, {{"IntArg1", count}, {"Arg1", text}});
 }
-OperationRecord rearrange(std::u16string order) { return record(OpRearrangeColumns, {{"Arg1", order}}); }
+OperationRecord rearrange(std::u16string order) {
+  return record(OpRearrangeColumns, {{"Arg1", order}});
+}
 OperationRecord join(std::u16string groups, std::u16string separator = u"-") {
   return record(OpJoinColumns, {{"Arg1", groups}, {"Arg2", separator}});
 }
 OperationRecord trim(std::u16string list, std::u16string text) {
   return record(OpTrimColumn, {{"IntArg2", 1}, {"Arg1", list}, {"Arg2", text}});
 }
-OperationRecord replace(std::u16string list, std::u16string what, std::u16string with, std::int64_t type = 0) {
+OperationRecord replace(std::u16string list, std::u16string what, std::u16string with,
+                        std::int64_t type = 0) {
   return record(OpReplaceColumn, {{"IntArg2", type}, {"Arg1", list}, {"Arg2", what}, {"Arg3", with}});
 }
 
@@ -62,8 +65,9 @@ TEST(ColumnStage, SplitsAndJoins) {
 }
 
 TEST(ColumnStage, DoesNothingWithoutAColumnSeparator) {
-  const OperationList middle = {numbered(OpSetInitialNumberOfColumns, 3, u"x"), trim(u"1", u"a"), rearrange(u"2, 1"),
-                                join(u"1 + 2"), numbered(OpSetFinalNumberOfColumns, 5, u"y")};
+  const OperationList middle = {numbered(OpSetInitialNumberOfColumns, 3, u"x"), trim(u"1", u"a"),
+                                rearrange(u"2, 1"), join(u"1 + 2"),
+                                numbered(OpSetFinalNumberOfColumns, 5, u"y")};
   for (const auto& initial : {initialRecord({{"IntArg1", 1 + 32}}), initialRecord({{"Arg2", u""}})}) {
     Stage stage{{initial}, {}};
     stage.list.insert(stage.list.end(), middle.begin(), middle.end());
@@ -86,8 +90,10 @@ TEST(ColumnStage, SelectsColumnsByTheirNumbers) {
 TEST(ColumnStage, TrimsAndReplacesCells) {
   EXPECT_EQ(columns({record(OpTrimColumn, {{"Arg1", u"1"}, {"Arg2", u"A"}})}, u"aXa,aXa"), u"X|aXa");
   EXPECT_EQ(columns({record(OpTrimColumn, {{"IntArg1", 1}, {"Arg1", u"1"}, {"Arg2", u"A"}})}, u"aXA"), u"aX");
-  EXPECT_EQ(columns({record(OpTrimColumn, {{"IntArg2", 2}, {"IntArg3", 1}, {"Arg1", u"2"}})}, u" a , b "), u" a |b ");
-  EXPECT_EQ(columns({record(OpTrimColumn, {{"IntArg2", 3}, {"Arg1", u"1"}, {"Arg2", u"\\d"}})}, u"1a2,1"), u"a|1");
+  EXPECT_EQ(columns({record(OpTrimColumn, {{"IntArg2", 2}, {"IntArg3", 1}, {"Arg1", u"2"}})}, u" a , b "),
+            u" a |b ");
+  EXPECT_EQ(columns({record(OpTrimColumn, {{"IntArg2", 3}, {"Arg1", u"1"}, {"Arg2", u"\\d"}})}, u"1a2,1"),
+            u"a|1");
   EXPECT_EQ(columns({replace(u"2", u"a", u"xy")}, u"a,aa"), u"a|xyxy");
   EXPECT_EQ(columns({replace(u"2", u"", u"xy")}, u"a,aa"), u"a|aa");
   EXPECT_EQ(columns({replace(u"1", u"(a)(b)", u"$2$1", 1)}, u"abab"), u"baba");
@@ -116,7 +122,7 @@ TEST(ColumnStage, RearrangesColumns) {
   EXPECT_EQ(columns({rearrange(u"1, 1")}, u"a,b,c"), u"a|a|c");
   EXPECT_EQ(columns({rearrange(u"3, 9, 1")}, u"a,b,c"), u"c|b|a");
   EXPECT_EQ(columns({rearrange(u"1,2,3,1")}, u"a,b,c"), u"a|b|c|a");
-  EXPECT_EQ(columns({rearrange(u"1,2,3,9,1")}, u"a,b,c"), u"a|b|c");      // a store too far behind the end
+  EXPECT_EQ(columns({rearrange(u"1,2,3,9,1")}, u"a,b,c"), u"a|b|c");  // a store too far behind the end
   EXPECT_EQ(columns({rearrange(u"1,2,3,9,1,2")}, u"a,b,c"), u"a|b|c");
   EXPECT_EQ(columns({rearrange(u"1,2,3,3,2,1")}, u"a,b,c"), u"a|b|c|c|b|a");
   EXPECT_EQ(columns({rearrange(u"")}, u"a,b,c"), u"a|b|c");
@@ -134,8 +140,8 @@ TEST(ColumnStage, JoinsColumns) {
   EXPECT_EQ(columns({join(u"1 + x")}, u"a,b"), u"a");
   EXPECT_EQ(columns({join(u"1 + 2", u"")}, u"a,b"), u"ab");
   EXPECT_EQ(columns({join(u"1 + 2")}, u","), u"-");
-  EXPECT_EQ(columns({rearrange(u"2, 1"), join(u"1")}, u"a,b"), u"a");           // wins over a new order
-  EXPECT_EQ(columns({join(u""), rearrange(u"2, 1")}, u"a,b"), u"b|a");          // counts as absent
+  EXPECT_EQ(columns({rearrange(u"2, 1"), join(u"1")}, u"a,b"), u"a");               // wins over a new order
+  EXPECT_EQ(columns({join(u""), rearrange(u"2, 1")}, u"a,b"), u"b|a");              // counts as absent
   EXPECT_EQ(columns({join(u""), join(u"1"), rearrange(u"2, 1")}, u"a,b"), u"b|a");  // and is the first
 }
 
@@ -156,9 +162,11 @@ TEST(ColumnStage, SetsTheFinalNumberOfColumnsBehindTheQuotes) {
 }
 
 TEST(ColumnStage, ReformatsCellsAndWarnsWithTheLineNumber) {
-  Stage stage{{initialRecord(), record(OpReformatColumn, {{"Arg1", u"1 - 3"}, {"IntArg3", 4}}), finalRecord()}, {}};
+  Stage stage{
+      {initialRecord(), record(OpReformatColumn, {{"Arg1", u"1 - 3"}, {"IntArg3", 4}}), finalRecord()}, {}};
   EXPECT_EQ(stage.text(u"8/16/2018,later, ,2018-1-2", 41), u"2018-08-16\tlater\t \t2018-1-2");
-  EXPECT_EQ(stage.warnings, std::vector<std::u16string>{u"Could not convert \"later\" into a date on line 42"});
+  EXPECT_EQ(stage.warnings,
+            std::vector<std::u16string>{u"Could not convert \"later\" into a date on line 42"});
 }
 
 TEST(ColumnStage, KnowsWhenItLeavesLinesAsTheyAre) {

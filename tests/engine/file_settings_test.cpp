@@ -31,11 +31,8 @@ void expectDefaults(const FileSettings& settings) {
 
 TEST(FileSettings, HaveDefaultsWithoutBothEndsOfTheList) {
   expectDefaults(settingsFromOperations({}));
-  expectDefaults(settingsFromOperations({record(OpInitial, {{"IntArg1", 49},
-                                                            {"IntArg2", 12},
-                                                            {"Arg1", u"\n"},
-                                                            {"Arg2", u","},
-                                                            {"Arg4", u"out"}})}));
+  expectDefaults(settingsFromOperations({record(
+      OpInitial, {{"IntArg1", 49}, {"IntArg2", 12}, {"Arg1", u"\n"}, {"Arg2", u","}, {"Arg4", u"out"}})}));
 }
 
 TEST(FileSettings, OfTwoEmptyRecordsAreTheDefaultsButForTheOperations) {
@@ -78,7 +75,8 @@ TEST(FileSettings, ReadEachBitByItself) {
   };
   for (const auto& [flags, lines, columns, quotes] :
        {Case{0, false, false, false}, Case{1, true, false, false}, Case{16, false, true, false},
-        Case{32, false, false, true}, Case{49, true, true, true}, Case{2 + 4 + 8 + 64, false, false, false}}) {
+        Case{32, false, false, true}, Case{49, true, true, true},
+        Case{2 + 4 + 8 + 64, false, false, false}}) {
     const FileSettings settings = settingsFromOperations(
         {record(OpInitial, {{"IntArg1", flags}, {"Arg1", u"\n"}, {"Arg2", u","}}), record(OpFinal)});
     EXPECT_EQ(settings.splitIntoLines, lines) << flags;
@@ -86,7 +84,8 @@ TEST(FileSettings, ReadEachBitByItself) {
     EXPECT_EQ(settings.inputQuote, quotes ? u"\"" : u"") << flags;
   }
   for (const std::int64_t flags : {0, 1, 2, 3, 4}) {
-    const FileSettings settings = settingsFromOperations({record(OpInitial), record(OpFinal, {{"IntArg1", flags}})});
+    const FileSettings settings =
+        settingsFromOperations({record(OpInitial), record(OpFinal, {{"IntArg1", flags}})});
     EXPECT_EQ(settings.addQuotes, (flags & 1) != 0) << flags;
     EXPECT_EQ(settings.addLineSeparator, (flags & 2) != 0) << flags;
   }
@@ -109,7 +108,8 @@ TEST(FileSettings, TakeTheFirstJoinLinesOfTheMiddle) {
   const auto join = [](std::int64_t count, std::u16string separator) {
     return record(OpJoinLines, {{"IntArg1", count}, {"Arg1", separator}});
   };
-  FileSettings settings = settingsFromOperations({record(OpInitial), join(3, u"+"), join(4, u"-"), record(OpFinal)});
+  FileSettings settings =
+      settingsFromOperations({record(OpInitial), join(3, u"+"), join(4, u"-"), record(OpFinal)});
   EXPECT_EQ(settings.joinLinesCount, 3);
   EXPECT_EQ(settings.joinLinesSeparator, u"+");
   settings = settingsFromOperations({record(OpInitial), join(-5, u"+"), record(OpFinal)});
@@ -131,15 +131,16 @@ TEST(FileSettings, TakeAllReplaceCharactersInOrder) {
   const std::vector<ReplacementTable::Pair> expected = {{u"b", u"c"}, {std::int64_t{1}, u""}};
   EXPECT_EQ(settings.replaceCharacters, expected);
   // Without the bits nothing is protected.
-  EXPECT_EQ(settingsFromOperations({record(OpInitial, {{"Arg1", u"\n"}, {"Arg2", u","}}), replace(0, u",\\n", u"-"),
-                                    record(OpFinal)})
+  EXPECT_EQ(settingsFromOperations({record(OpInitial, {{"Arg1", u"\n"}, {"Arg2", u","}}),
+                                    replace(0, u",\\n", u"-"), record(OpFinal)})
                 .replaceCharacters.size(),
             2u);
 }
 
 TEST(FileSettings, ReadNumbersFromTexts) {
   const FileSettings settings = settingsFromOperations(
-      {record(OpInitial, {{"IntArg1", u"17"}, {"IntArg2", u"12"}, {"Arg1", 5}, {"Arg2", 6}}), record(OpFinal)});
+      {record(OpInitial, {{"IntArg1", u"17"}, {"IntArg2", u"12"}, {"Arg1", 5}, {"Arg2", 6}}),
+       record(OpFinal)});
   EXPECT_EQ(settings.inputEncoding, 12);
   EXPECT_EQ(settings.inputLineSeparator, u"5");
   EXPECT_EQ(settings.inputColumnSeparator, u"6");

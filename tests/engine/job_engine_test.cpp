@@ -25,17 +25,20 @@ Lines operator+(Lines lines, const Lines& more) {
 
 TEST(JobEngine, LogsARunInItsOrder) {
   Job job;
-  const auto one = job.addFile("one.csv", "a,b\nx,y\nc,d", list({record(OpSkipLine, {{"IntArg2", 2}, {"Arg1", u"2"}})}));
+  const auto one =
+      job.addFile("one.csv", "a,b\nx,y\nc,d", list({record(OpSkipLine, {{"IntArg2", 2}, {"Arg1", u"2"}})}));
   const auto two = job.addFile("two.csv", "é\n", list({}, {}, {{"Arg4", u"two.txt"}}));
   job.run();
-  EXPECT_EQ(job.logLines(), Lines{"Job started ..."} + Lines{"Processing \"" + one + "\""} +
-                                countLines(false, {11, 11, 3, 0, 7, 7, 2, 1}) + Lines{"Processing \"" + two + "\""} +
-                                countLines(false, {3, 2, 1, 0, 2, 1, 1, 0}) +
-                                countLines(true, {14, 13, 4, 0, 9, 8, 3, 1}) + Lines({"Job completed", "Job ended ..."}));
+  EXPECT_EQ(job.logLines(),
+            Lines{"Job started ..."} + Lines{"Processing \"" + one + "\""} +
+                countLines(false, {11, 11, 3, 0, 7, 7, 2, 1}) + Lines{"Processing \"" + two + "\""} +
+                countLines(false, {3, 2, 1, 0, 2, 1, 1, 0}) + countLines(true, {14, 13, 4, 0, 9, 8, 3, 1}) +
+                Lines({"Job completed", "Job ended ..."}));
   for (const auto& [level, text] : job.logEntries()) EXPECT_EQ(level, LogInformation) << text;
   EXPECT_EQ(job.output("out.txt"), "a\tb\nc\td");
   EXPECT_EQ(job.output("two.txt"), "é");
-  EXPECT_EQ(job.surroundings.outputFiles->paths(), (Lines{job.outputPath("out.txt"), job.outputPath("two.txt")}));
+  EXPECT_EQ(job.surroundings.outputFiles->paths(),
+            (Lines{job.outputPath("out.txt"), job.outputPath("two.txt")}));
   EXPECT_EQ(job.events, (Lines{"updateUIAfterPrep", "hideProgressIndicator"}));
 }
 
@@ -129,10 +132,10 @@ TEST(JobEngine, MakesTheOutput) {
       {"no columns: the output column separator is none", "a,b\n", list({}, {{"IntArg1", 1}}), "a,b", 1},
       {"the last line has no separator", "a\nb", list(), "a\nb", 2},
       {"a leading separator", "a\nb\n", list({}, {}, {{"IntArg1", 2}}), "\na\nb", 2},
-      {"joined lines, the last group is not counted", "1\n2\n3\n4\n5\n6\n7\n", list({joinLines(3)}), "1+2+3\n4+5+6\n7",
-       2},
-      {"joined lines with leading separators", "1\n2\n3\n", list({joinLines(2)}, {}, {{"IntArg1", 2}}), "\n\n1+2\n3",
-       1},
+      {"joined lines, the last group is not counted", "1\n2\n3\n4\n5\n6\n7\n", list({joinLines(3)}),
+       "1+2+3\n4+5+6\n7", 2},
+      {"joined lines with leading separators", "1\n2\n3\n", list({joinLines(2)}, {}, {{"IntArg1", 2}}),
+       "\n\n1+2\n3", 1},
       {"joined lines count kept lines", "1\nx\n2\n3\n",
        list({record(OpSkipLine, {{"IntArg2", 1}, {"Arg1", u"x"}}), joinLines(2)}), "1+2\n3", 1},
       {"joining one line is no joining", "1\n2\n", list({joinLines(1)}), "1\n2", 2},
@@ -145,10 +148,15 @@ TEST(JobEngine, MakesTheOutput) {
        list({record(OpTrimColumn, {{"Arg1", u"2"}, {"Arg2", u"b"}, {"IntArg2", 1}}),
              record(OpReplaceCharacter, {{"Arg1", u";"}, {"Arg2", u","}})}),
        "a\t", 1},
-      {"an empty list of columns", "a,b\n", list({record(OpSetInitialNumberOfColumns, {{"IntArg1", 1}})}), "a", 1},
+      {"an empty list of columns", "a,b\n", list({record(OpSetInitialNumberOfColumns, {{"IntArg1", 1}})}),
+       "a", 1},
       {"another encoding", "é\u20AC\n", list({}, {}, {{"IntArg2", 12}}), "\xE9\x80", 1},
       {"characters that it lacks", "é\U0001F600x\n", list({}, {}, {{"IntArg2", 1}}), "??x", 1},
-      {"bad bytes", "a\x80" "b\xE2" "cd\n", list(), "a?b???", 1},
+      {"bad bytes",
+       "a\x80"
+       "b\xE2"
+       "cd\n",
+       list(), "a?b???", 1},
   };
   for (const auto& [what, input, operations, output, linesWritten] : kCases) {
     Job job;
@@ -156,7 +164,8 @@ TEST(JobEngine, MakesTheOutput) {
     job.run();
     EXPECT_EQ(job.output(), output) << what;
     const Lines lines = job.logLines();
-    EXPECT_EQ(std::count(lines.begin(), lines.end(), "Lines written: " + std::to_string(linesWritten)), 1) << what;
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "Lines written: " + std::to_string(linesWritten)), 1)
+        << what;
   }
 }
 
@@ -164,7 +173,8 @@ TEST(JobEngine, GivesLongLinesInPieces) {
   Job job;
   job.addFile("a", std::string(40'000, 'x') + "\n", list());
   job.run();
-  EXPECT_EQ(job.output(), std::string(16'384, 'x') + "\n" + std::string(16'384, 'x') + "\n" + std::string(7'232, 'x'));
+  EXPECT_EQ(job.output(),
+            std::string(16'384, 'x') + "\n" + std::string(16'384, 'x') + "\n" + std::string(7'232, 'x'));
   const auto counts = countLines(false, {40'001, 40'001, 1, 2, 40'002, 40'002, 3, 0});
   const Lines lines = job.logLines();
   EXPECT_EQ(Lines(lines.begin() + 2, lines.begin() + 10), counts);
@@ -187,7 +197,8 @@ TEST(JobEngine, JoinsMoreThanMemoryHolds) {
 
 TEST(JobEngine, UsesTheReplacementsOfTheSettings) {
   Job job;
-  job.surroundings.defaults->setValues({{"DecodeErrorReplacement", "[d]"}, {"EncodeErrorReplacement", "[e]"}});
+  job.surroundings.defaults->setValues(
+      {{"DecodeErrorReplacement", "[d]"}, {"EncodeErrorReplacement", "[e]"}});
   job.addFile("a", "\x80\u20AC\n", list({}, {}, {{"IntArg2", 1}}));
   job.run();
   EXPECT_EQ(job.output(), "[d][e]");
@@ -205,11 +216,11 @@ TEST(JobEngine, TellsOfAnInputThatIsNotThereAndGoesOn) {
   job.addEntry("/nowhere/a", list());
   const auto path = job.addFile("b", "b\n", list());
   job.run();
-  EXPECT_EQ(job.logLines(), Lines({"Job started ...", "Could not open \"/nowhere/a\" for reading [errno ?]"}) +
-                                countLines(false, {0, 0, 0, 0, 0, 0, 0, 0}) + Lines{"Processing \"" + path + "\""} +
-                                countLines(false, {2, 2, 1, 0, 1, 1, 1, 0}) +
-                                countLines(true, {2, 2, 1, 0, 1, 1, 1, 0}) +
-                                Lines({"Job completed with issues", "Job ended ..."}));
+  EXPECT_EQ(job.logLines(),
+            Lines({"Job started ...", "Could not open \"/nowhere/a\" for reading [errno ?]"}) +
+                countLines(false, {0, 0, 0, 0, 0, 0, 0, 0}) + Lines{"Processing \"" + path + "\""} +
+                countLines(false, {2, 2, 1, 0, 1, 1, 1, 0}) + countLines(true, {2, 2, 1, 0, 1, 1, 1, 0}) +
+                Lines({"Job completed with issues", "Job ended ..."}));
   EXPECT_EQ(job.logEntries()[1].level, LogError);
   EXPECT_EQ(job.output(), "b");
 }
@@ -244,10 +255,10 @@ TEST(JobEngine, NeedsANameForTheOutput) {
   job.run();
   const Lines lines = job.logLines();
   EXPECT_EQ(Lines(lines.begin(), lines.begin() + 12),
-            Lines({"Job started ...", "Processing \"" + path + "\"", "Could not open \"<tmp>\" for writing [errno ?]",
-                   "Output file must have a file name."}) +
+            Lines({"Job started ...", "Processing \"" + path + "\"",
+                   "Could not open \"<tmp>\" for writing [errno ?]", "Output file must have a file name."}) +
                 countLines(false, {4, 4, 2, 0, 0, 3, 2, 0}));  // lines and characters count, bytes do not
-  EXPECT_EQ(job.output(), "b");  // the next file is done
+  EXPECT_EQ(job.output(), "b");                                // the next file is done
   EXPECT_EQ(job.surroundings.outputFiles->paths(), Lines{job.outputPath("out.txt")});
 }
 
@@ -257,7 +268,8 @@ TEST(JobEngine, CannotWriteOverAFolder) {
   job.addFile("a", "a\n", list());
   job.run();
   const Lines lines = job.logLines();
-  EXPECT_EQ(lines[2], "Could not open output file \"" + job.outputPath("out.txt") + "\" for writing [errno ?]");
+  EXPECT_EQ(lines[2],
+            "Could not open output file \"" + job.outputPath("out.txt") + "\" for writing [errno ?]");
   EXPECT_EQ(lines[7], "Bytes written: 1");
   EXPECT_EQ(outcome(job), "Job completed with issues");
   EXPECT_TRUE(job.surroundings.outputFiles->paths().empty());
@@ -397,8 +409,9 @@ TEST(JobEngine, LogsFailuresOfAPreview) {
 
 TEST(JobEngine, GrowsOneRowOfAFileThatIsNotSplitIntoLines) {
   Job job;
-  job.addFile("a", std::string(16'384, 'a') + "bcd",
-              list({record(OpReplaceLine, {{"IntArg1", 1}, {"Arg1", u"aaaa"}, {"Arg2", u"x"}})}, {{"IntArg1", 0}}));
+  job.addFile(
+      "a", std::string(16'384, 'a') + "bcd",
+      list({record(OpReplaceLine, {{"IntArg1", 1}, {"Arg1", u"aaaa"}, {"Arg2", u"x"}})}, {{"IntArg1", 0}}));
   job.preview({0});
   // The first piece as it goes out, and then the raw text of the next: this is meant.
   EXPECT_EQ(job.stores().outputRows, (Rows{{std::u16string(4'096, u'x') + u"bcd"}}));

@@ -27,16 +27,20 @@ inline OperationRecord record(std::int64_t code, Items items = {}) {
 
 // An initial record that splits into lines and columns, and takes quotes away.
 inline OperationRecord initialRecord(Items changes = {}) {
-  OperationRecord result = record(OpInitial, {{"IntArg1", 49}, {"IntArg2", 4}, {"Arg1", u"\n"}, {"Arg2", u","}});
+  OperationRecord result =
+      record(OpInitial, {{"IntArg1", 49}, {"IntArg2", 4}, {"Arg1", u"\n"}, {"Arg2", u","}});
   for (const auto& [key, value] : changes) result.set(key, value);
   return result;
 }
 
 // A final record that joins by a tab and line feeds into "out.txt".
 inline OperationRecord finalRecord(Items changes = {}) {
-  OperationRecord result = record(
-      OpFinal,
-      {{"IntArg1", 0}, {"IntArg2", 4}, {"IntArg3", 2}, {"Arg1", u"\n"}, {"Arg2", u"\t"}, {"Arg4", u"out.txt"}});
+  OperationRecord result = record(OpFinal, {{"IntArg1", 0},
+                                            {"IntArg2", 4},
+                                            {"IntArg3", 2},
+                                            {"Arg1", u"\n"},
+                                            {"Arg2", u"\t"},
+                                            {"Arg4", u"out.txt"}});
   for (const auto& [key, value] : changes) result.set(key, value);
   return result;
 }
@@ -77,7 +81,8 @@ class Job {
   }
 
   // Writes the file and adds it with its operations; returns its path.
-  std::string addFile(const std::string& name, const std::string& bytes, std::optional<OperationList> operations) {
+  std::string addFile(const std::string& name, const std::string& bytes,
+                      std::optional<OperationList> operations) {
     const std::string path = folder_.write("in/" + name, bytes);
     addEntry(path, std::move(operations));
     return path;
@@ -137,7 +142,8 @@ class Job {
     for (const char* start : {"Job started ", "Job ended "})
       if (text.rfind(start, 0) == 0) return std::string(start) + "...";
     const std::string parent = folders->temporaryParentFolder() + "/quillet-";
-    if (const std::size_t at = text.find(parent); at != text.npos) text.replace(at, parent.size() + 6, "<tmp>");
+    if (const std::size_t at = text.find(parent); at != text.npos)
+      text.replace(at, parent.size() + 6, "<tmp>");
     const std::string number = "[errno ";
     if (const std::size_t at = text.find(number); at != text.npos)
       text.replace(at, text.find(']', at) - at, "[errno ?");
@@ -147,8 +153,9 @@ class Job {
 
 // The eight statistics as they are logged; total is "" or "Total ".
 inline std::vector<std::string> countLines(bool total, const std::int64_t (&values)[8]) {
-  constexpr const char* kNames[8] = {"bytes read",    "characters decoded", "lines read",    "maximum length lines read",
-                                     "bytes written", "characters encoded", "lines written", "lines skipped"};
+  constexpr const char* kNames[8] = {
+      "bytes read",    "characters decoded", "lines read",    "maximum length lines read",
+      "bytes written", "characters encoded", "lines written", "lines skipped"};
   std::vector<std::string> lines;
   for (int i = 0; i < 8; ++i) {
     std::string name = kNames[i];

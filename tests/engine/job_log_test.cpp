@@ -1,11 +1,9 @@
 #include "engine/job_log.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
-#include <unistd.h>
-
 #include <thread>
+#include <unistd.h>
 
 #include "engine/job_fixture.h"
 
@@ -23,7 +21,8 @@ class JobLogTest : public ::testing::Test {
  protected:
   std::string file() const { return folder_.read("Documents/Log/LastLog.txt"); }
   void addNumbered(int first, int last) {
-    for (int i = first; i <= last; ++i) log_.addToImportLog(LogInformation, toUtf16("line " + std::to_string(i)));
+    for (int i = first; i <= last; ++i)
+      log_.addToImportLog(LogInformation, toUtf16("line " + std::to_string(i)));
   }
 
   TemporaryFolder folder_;

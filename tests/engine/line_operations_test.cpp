@@ -72,12 +72,13 @@ TEST(LineSkipper, SkipsByLineNumbers) {
   EXPECT_EQ(skippedNumbers(u"0"), "");
   EXPECT_EQ(skippedNumbers(u"+5"), "");
   EXPECT_EQ(skippedNumbers(u""), "");
-  EXPECT_EQ(skippedNumbers(u"- 3"), "1 2 3");  // from 0, which is no line
+  EXPECT_EQ(skippedNumbers(u"- 3"), "1 2 3");         // from 0, which is no line
   EXPECT_EQ(skippedNumbers(u"28 -, 29 -"), "29 30");  // the last open range counts
   EXPECT_EQ(skippedNumbers(u"abc"), "");
 }
 
-std::optional<std::u16string> applied(const OperationList& records, std::u16string_view line, std::int64_t index = 0) {
+std::optional<std::u16string> applied(const OperationList& records, std::u16string_view line,
+                                      std::int64_t index = 0) {
   LineOperations operations(records);
   TextArena arena;
   const auto result = operations.apply(line, index, arena);
@@ -108,11 +109,13 @@ TEST(LineOperations, PassOverOtherCodes) {
 }
 
 TEST(LineOperations, ReadTheirFields) {
-  EXPECT_EQ(applied({record(OpTrimLine, {{"IntArg1", 1}, {"IntArg2", 0}, {"IntArg3", 2}, {"Arg1", u"A"}})}, u"AaA"),
-            u"Aa");
+  EXPECT_EQ(
+      applied({record(OpTrimLine, {{"IntArg1", 1}, {"IntArg2", 0}, {"IntArg3", 2}, {"Arg1", u"A"}})}, u"AaA"),
+      u"Aa");
   EXPECT_EQ(applied({record(OpTrimLine, {{"Arg1", u"A"}})}, u"aXA"), u"X");
   EXPECT_EQ(applied({record(OpTrimLine, {{"IntArg2", 1}, {"IntArg3", 1}, {"Arg1", u"a"}})}, u"AaB"), u"B");
-  EXPECT_EQ(applied({record(OpReplaceLine, {{"IntArg2", 1}, {"Arg1", u"(A)"}, {"Arg2", u"<$1>"}})}, u"xa"), u"x<a>");
+  EXPECT_EQ(applied({record(OpReplaceLine, {{"IntArg2", 1}, {"Arg1", u"(A)"}, {"Arg2", u"<$1>"}})}, u"xa"),
+            u"x<a>");
   EXPECT_EQ(applied({record(OpReplaceLine)}, u"xa"), u"xa");
   EXPECT_EQ(applied({record(OpTrimLine)}, u"xa"), u"xa");
 }

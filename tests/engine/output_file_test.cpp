@@ -1,7 +1,6 @@
 #include "engine/output_file.h"
 
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,8 +61,9 @@ TEST_F(OutputFileTest, ReplacesOrAppendsByItsMode) {
     std::int64_t mode;
     std::string before, after;
   };
-  for (const auto& [mode, before, after] : {Case{1, "old", "new"}, Case{2, "a longer old one", "new"},
-                                            Case{3, "old", "oldnew"}, Case{0, "old", "new"}, Case{4, "old", "new"}}) {
+  for (const auto& [mode, before, after] :
+       {Case{1, "old", "new"}, Case{2, "a longer old one", "new"}, Case{3, "old", "oldnew"},
+        Case{0, "old", "new"}, Case{4, "old", "new"}}) {
     folder_.write("out/a.txt", before);
     bring("new", u"a.txt", mode);
     EXPECT_EQ(folder_.read("out/a.txt"), after) << mode;
@@ -111,7 +111,8 @@ TEST_F(OutputFileTest, WritesThroughALinkAndToNoOtherName) {
 
 TEST_F(OutputFileTest, NeedsAFileName) {
   bring("", u"", 2);
-  EXPECT_EQ(logged(), (Lines{"Could not open \"~/tmp\" for writing [errno 21]", "Output file must have a file name."}));
+  EXPECT_EQ(logged(),
+            (Lines{"Could not open \"~/tmp\" for writing [errno 21]", "Output file must have a file name."}));
   EXPECT_EQ(opened_, Lines{});
   EXPECT_FALSE(std::filesystem::exists(folder_.path("tmp")));  // the run's own empty folder
 }

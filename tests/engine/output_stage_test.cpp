@@ -43,7 +43,8 @@ struct Stage {
     outcome.file = file.content();
     outcome.linesWritten = stage.counts().linesWritten;
     EXPECT_EQ(stage.counts().bytesWritten, static_cast<std::int64_t>(outcome.file.size()));
-    for (const auto& [level, text] : log.entries()) outcome.log.push_back(text.substr(0, text.find(" [errno")));
+    for (const auto& [level, text] : log.entries())
+      outcome.log.push_back(text.substr(0, text.find(" [errno")));
     outcome.previewText = preview(lines);
     return outcome;
   }

@@ -111,8 +111,9 @@ TEST(PendingText, StaysInMemoryWhereNoFileCanBeMade) {
 
 TEST(PendingText, NeverCutsASequence) {
   RandomSource random;
-  const std::u16string parts[] = {u"a", u"b", u"\u0301", u"\u200D", u"\U0001F600", u"\U0001F468", u"\U0001F1E9",
-                                  u"\u0915", u"\u094D", u"\u1100", u"\u1161", u"漢", u"\U0001F3FD", u"\u0E33", u"\u0600"};
+  const std::u16string parts[] = {u"a",          u"b",          u"\u0301",     u"\u200D", u"\U0001F600",
+                                  u"\U0001F468", u"\U0001F1E9", u"\u0915",     u"\u094D", u"\u1100",
+                                  u"\u1161",     u"漢",         u"\U0001F3FD", u"\u0E33", u"\u0600"};
   for (std::uint64_t round = 0; round < testing::rounds(2); ++round) {
     const TemporaryFolder folder;
     PendingText pending([&] { return folder.path(); });

@@ -1,7 +1,6 @@
 // Whole jobs of random operations on random input, against the plain rule.
-#include <gtest/gtest.h>
-
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 
 #include "engine/reference_pass.h"
@@ -12,13 +11,59 @@ namespace {
 
 using namespace testing;
 
-const std::u16string kTexts[] = {
-    u"",        u",",       u"a",     u"ab",    u"A",         u"1",          u"2",      u" ",      u"\t",
-    u"\n",      u"\"",      u";",     u"é",     u"e\u0301",   u"\u0301",     u"ß",      u"SS",     u"\U0001F600",
-    u"1, 2",    u"2 - 3",   u"3 -",   u"2, 1",  u"1 + 2, 3",  u"3, 9, 1",    u"9",      u"-1",     u"+5",
-    u"[ab]+",   u"(a)(b)?", u"$1x",   u"[",     u"^",         u"x*",         u"\\n\\t", u"a\\b",   u"–",
-    u"\u20AC",  u"x",       u"?",     u"\u200D", u"\u1100",   u"\u1161",     u"0",      u"2, 2, 4", u"1, 3 - 6, 8",
-    u"\U0001F1E6", u"bca\U0001F600", u"K",      u"\u212A",    u"\u0915\u094D", u"\u0937", u"\u00A0",  u"2, 4 -"};
+const std::u16string kTexts[] = {u"",
+                                 u",",
+                                 u"a",
+                                 u"ab",
+                                 u"A",
+                                 u"1",
+                                 u"2",
+                                 u" ",
+                                 u"\t",
+                                 u"\n",
+                                 u"\"",
+                                 u";",
+                                 u"é",
+                                 u"e\u0301",
+                                 u"\u0301",
+                                 u"ß",
+                                 u"SS",
+                                 u"\U0001F600",
+                                 u"1, 2",
+                                 u"2 - 3",
+                                 u"3 -",
+                                 u"2, 1",
+                                 u"1 + 2, 3",
+                                 u"3, 9, 1",
+                                 u"9",
+                                 u"-1",
+                                 u"+5",
+                                 u"[ab]+",
+                                 u"(a)(b)?",
+                                 u"$1x",
+                                 u"[",
+                                 u"^",
+                                 u"x*",
+                                 u"\\n\\t",
+                                 u"a\\b",
+                                 u"–",
+                                 u"\u20AC",
+                                 u"x",
+                                 u"?",
+                                 u"\u200D",
+                                 u"\u1100",
+                                 u"\u1161",
+                                 u"0",
+                                 u"2, 2, 4",
+                                 u"1, 3 - 6, 8",
+                                 u"\U0001F1E6",
+                                 u"bca\U0001F600",
+                                 u"K",
+                                 u"\u212A",
+                                 u"\u0915\u094D",
+                                 u"\u0937",
+                                 u"\u00A0",
+                                 u"2, 4 -"};
 
 const std::u16string kNumberTexts[] = {u"2", u"1x", u"", u" 3", u"abc", u"-2"};
 
@@ -33,7 +78,8 @@ OperationRecord::Value randomText(RandomSource& random) {
   return random.pick(kTexts);
 }
 
-void maybeSet(RandomSource& random, OperationRecord& one, std::string_view key, OperationRecord::Value value) {
+void maybeSet(RandomSource& random, OperationRecord& one, std::string_view key,
+              OperationRecord::Value value) {
   if (!random.oneIn(8)) one.set(key, std::move(value));
 }
 
@@ -72,7 +118,8 @@ OperationList randomOperations(RandomSource& random) {
   maybeSet(random, first, "Arg1", random.pick(lineSeparators));
   maybeSet(random, first, "Arg2", random.pick(columnSeparators));
 
-  const std::u16string names[] = {u"one.txt", u"one.txt", u"two.txt", u"three.txt", u"", u"no/where", u"folder"};
+  const std::u16string names[] = {u"one.txt", u"one.txt",  u"two.txt", u"three.txt",
+                                  u"",        u"no/where", u"folder"};
   OperationRecord last = record(OpFinal);
   maybeSet(random, last, "IntArg1", randomNumber(random, 4));
   maybeSet(random, last, "IntArg2", random.pick(kEncodings));
@@ -89,21 +136,75 @@ OperationList randomOperations(RandomSource& random) {
 }
 
 std::string randomBytes(RandomSource& random) {
-  const std::string words[] = {"a",     "b",      "A",        "ab",       "1",        "2",          ",",
-                               ",",     ",",      ",",        "\t",       "\"",       "\"",         "\n",
-                               "\n",    "\n",     "\r\n",     " ",        " ",        ";",          "\n",
-                               "é",     "e\u0301", "\u0301",  "ß",        "€",        "\U0001F600", "\U0001F468\u200D\U0001F469",
-                               "\x80",  "\xE2" "A", "\xC3",   "\xFF",     "\x81",     "\xE9",       std::string(1, '\0'),
-                               "2018-08-16", "8/16/2018 20:13", "20:13", "-12.5", "3abc", "\u1100\u1161\u11A8",
-                               "\u0915\u094D\u0937", "\U0001F1E9\U0001F1EA", "||", "\u2028", "\uFEFF", "–", "\u212A",
-                               "longer text of some words", "\u00A0", "\x93" "q", "\x7F", "Aab"};
+  const std::string words[] = {"a",
+                               "b",
+                               "A",
+                               "ab",
+                               "1",
+                               "2",
+                               ",",
+                               ",",
+                               ",",
+                               ",",
+                               "\t",
+                               "\"",
+                               "\"",
+                               "\n",
+                               "\n",
+                               "\n",
+                               "\r\n",
+                               " ",
+                               " ",
+                               ";",
+                               "\n",
+                               "é",
+                               "e\u0301",
+                               "\u0301",
+                               "ß",
+                               "€",
+                               "\U0001F600",
+                               "\U0001F468\u200D\U0001F469",
+                               "\x80",
+                               "\xE2"
+                               "A",
+                               "\xC3",
+                               "\xFF",
+                               "\x81",
+                               "\xE9",
+                               std::string(1, '\0'),
+                               "2018-08-16",
+                               "8/16/2018 20:13",
+                               "20:13",
+                               "-12.5",
+                               "3abc",
+                               "\u1100\u1161\u11A8",
+                               "\u0915\u094D\u0937",
+                               "\U0001F1E9\U0001F1EA",
+                               "||",
+                               "\u2028",
+                               "\uFEFF",
+                               "–",
+                               "\u212A",
+                               "longer text of some words",
+                               "\u00A0",
+                               "\x93"
+                               "q",
+                               "\x7F",
+                               "Aab"};
   std::string bytes;
   // Some inputs are plain, so that the fast ways have long runs.
   const std::size_t kinds = random.oneIn(3) ? 21 : std::size(words);
-  for (std::size_t i = random.below(random.oneIn(5) ? 500 : 90); i > 0; --i) bytes += words[random.below(kinds)];
+  for (std::size_t i = random.below(random.oneIn(5) ? 500 : 90); i > 0; --i)
+    bytes += words[random.below(kinds)];
   if (random.oneIn(15)) {
     // A line beyond the limit, with what is of interest near it.
-    const std::string fillers[] = {"x", "é", "xy,", "x\"y\"", "\xE2" "A1", "\U0001F600"};
+    const std::string fillers[] = {"x",
+                                   "é",
+                                   "xy,",
+                                   "x\"y\"",
+                                   "\xE2"
+                                   "A1",
+                                   "\U0001F600"};
     std::string longer;
     const std::string& filler = random.pick(fillers);
     const std::size_t wanted = 16384 + random.below(40) - 20 + (random.oneIn(3) ? 16384 : 0);
@@ -183,7 +284,8 @@ class RandomJobs : public ::testing::Test {
 
  private:
   static void prepare(RandomSource& random, Job& job, ReferenceJob& reference) {
-    const std::u16string replacements[] = {u"?", u"", u"é", u"??", u"\U0001F600", u"a replacement that is long"};
+    const std::u16string replacements[] = {u"?",  u"",           u"é",
+                                           u"??", u"\U0001F600", u"a replacement that is long"};
     if (random.oneIn(2)) {
       reference.decodeReplacement = random.pick(replacements);
       reference.encodeReplacement = random.pick(replacements);
@@ -222,7 +324,9 @@ class RandomJobs : public ::testing::Test {
       const auto columns = job.surroundings.files->at(i)->expectedColumnsInLine;
       const auto expected = reference.expectedColumns.find(i);
       ASSERT_EQ(columns.has_value(), expected != reference.expectedColumns.end());
-      if (columns) { EXPECT_EQ(*columns, expected->second); }
+      if (columns) {
+        EXPECT_EQ(*columns, expected->second);
+      }
     }
   }
 

@@ -1,6 +1,6 @@
-// A whole use of the engine as the plain rule tells it: one character, one sequence, one cell after the other, with
-// no buffers and no fast ways. It judges the engine. Searches, regular expressions, dates, encodings and the
-// replacement table are the program's own; they have judges of their own.
+// A whole use of the engine as the plain rule tells it: one character, one sequence, one cell after the
+// other, with no buffers and no fast ways. It judges the engine. Searches, regular expressions, dates,
+// encodings and the replacement table are the program's own; they have judges of their own.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,11 @@
 #include "operations/line_numbers.h"
 #include "operations/operation_codes.h"
 #include "operations/operation_record.h"
+#include "platform/case_mapping.h"
 #include "platform/character_set.h"
 #include "platform/code_pages.h"
 #include "platform/composed_sequences.h"
 #include "platform/date_ladders.h"
-#include "platform/case_mapping.h"
 #include "platform/numbers.h"
 #include "platform/regular_expression.h"
 #include "platform/text_search.h"
@@ -73,7 +73,9 @@ struct ReferenceSettings {
   std::vector<ReplacementTable::Pair> replaceCharacters;
 };
 
-inline bool hasBit(std::int64_t value, std::int64_t bit) { return (value & bit) != 0; }
+inline bool hasBit(std::int64_t value, std::int64_t bit) {
+  return (value & bit) != 0;
+}
 
 inline ReferenceSettings referenceSettings(const OperationList& list) {
   ReferenceSettings s;
@@ -96,9 +98,9 @@ inline ReferenceSettings referenceSettings(const OperationList& list) {
   s.writeMode = last.integer("IntArg3", 2);
   for (const auto& one : list) {
     if (one.code() != 150) continue;
-    appendReplacementPairs(one.integer("IntArg2", 0), one.text("Arg1"), one.text("Arg2"), s.inputQuote.value_or(u""),
-                           s.inputLineSeparator.value_or(u""), s.inputColumnSeparator.value_or(u""),
-                           s.replaceCharacters);
+    appendReplacementPairs(one.integer("IntArg2", 0), one.text("Arg1"), one.text("Arg2"),
+                           s.inputQuote.value_or(u""), s.inputLineSeparator.value_or(u""),
+                           s.inputColumnSeparator.value_or(u""), s.replaceCharacters);
   }
   for (std::size_t i = 1; i + 1 < list.size(); ++i) {
     if (list[i].code() != 251) continue;
@@ -112,7 +114,8 @@ inline ReferenceSettings referenceSettings(const OperationList& list) {
     if (const Text groups = list[i].text("Arg1"); !groups.empty()) {
       for (const Text& token : split(groups, u",")) {
         s.joinColumnGroups.emplace_back();
-        for (const Text& part : split(token, u"+")) s.joinColumnGroups.back().push_back(integerValue(part) - 1);
+        for (const Text& part : split(token, u"+"))
+          s.joinColumnGroups.back().push_back(integerValue(part) - 1);
       }
     }
     s.joinColumnsSeparator = list[i].text("Arg2");
@@ -134,8 +137,8 @@ class ReferenceReader {
     for (;;) {
       Text text;
       int invalidBytes = 0;
-      const Taken taken =
-          encoding == 4 ? takeUtf8(stats, text, invalidBytes) : takeByteIn(encoding, replacement, stats, text);
+      const Taken taken = encoding == 4 ? takeUtf8(stats, text, invalidBytes)
+                                        : takeByteIn(encoding, replacement, stats, text);
       if (taken == Taken::Nothing) {
         into += buffer;
         if (!buffer.empty()) ++stats.linesRead;
@@ -209,7 +212,10 @@ class ReferenceReader {
     bool valid = false;
     char32_t character = 0;
     switch (count) {
-      case 1: valid = b[0] < 0x80; character = b[0]; break;
+      case 1:
+        valid = b[0] < 0x80;
+        character = b[0];
+        break;
       case 2:
         valid = in(0, 0xC2, 0xDF) && tail(1);
         character = (b[0] & 0x1Fu) << 6 | (b[1] & 0x3Fu);
@@ -220,8 +226,9 @@ class ReferenceReader {
         character = (b[0] & 0x0Fu) << 12 | (b[1] & 0x3Fu) << 6 | (b[2] & 0x3Fu);
         break;
       default:
-        valid = tail(2) && tail(3) && ((in(0, 0xF0, 0xF0) && in(1, 0x90, 0xBF)) || (in(0, 0xF1, 0xF3) && tail(1)) ||
-                                       (in(0, 0xF4, 0xF4) && in(1, 0x80, 0x8F)));
+        valid = tail(2) && tail(3) &&
+                ((in(0, 0xF0, 0xF0) && in(1, 0x90, 0xBF)) || (in(0, 0xF1, 0xF3) && tail(1)) ||
+                 (in(0, 0xF4, 0xF4) && in(1, 0x80, 0x8F)));
         character = (b[0] & 0x07u) << 18 | (b[1] & 0x3Fu) << 12 | (b[2] & 0x3Fu) << 6 | (b[3] & 0x3Fu);
     }
     if (!valid) return Taken::InvalidUtf8;
@@ -266,9 +273,11 @@ inline Texts referenceFields(const Text& line, const Text& separator, const Text
 inline SearchOptions referenceCase(const OperationRecord& record) {
   return hasBit(record.integer("IntArg1", 0), 1) ? 0 : 1;
 }
-inline std::optional<RegularExpression> referenceExpression(const OperationRecord& record, const Text& pattern) {
-  return RegularExpression::compiled(
-      pattern, hasBit(record.integer("IntArg1", 0), 1) ? CaseSensitivity::Sensitive : CaseSensitivity::Insensitive);
+inline std::optional<RegularExpression> referenceExpression(const OperationRecord& record,
+                                                            const Text& pattern) {
+  return RegularExpression::compiled(pattern, hasBit(record.integer("IntArg1", 0), 1)
+                                                  ? CaseSensitivity::Sensitive
+                                                  : CaseSensitivity::Insensitive);
 }
 
 inline Text referenceReplaceMatches(const OperationRecord& record, const Text& text, const Text& pattern,
@@ -280,7 +289,8 @@ inline Text referenceReplaceMatches(const OperationRecord& record, const Text& t
 }
 
 // The member of the set that stands at one end of a range, by itself or as a pair.
-inline std::optional<TextRange> memberAt(const std::set<char32_t>& set, const Text& text, TextRange range, bool atEnd) {
+inline std::optional<TextRange> memberAt(const std::set<char32_t>& set, const Text& text, TextRange range,
+                                         bool atEnd) {
   const Text part = text.substr(range.location, range.length);
   if (part.empty()) return std::nullopt;
   const std::size_t n = part.size();
@@ -294,7 +304,8 @@ inline std::optional<TextRange> memberAt(const std::set<char32_t>& set, const Te
   return TextRange{range.location + start, units};
 }
 
-inline std::optional<TextRange> referenceLongestRange(const std::set<char32_t>& set, const Text& text, bool fromEnd) {
+inline std::optional<TextRange> referenceLongestRange(const std::set<char32_t>& set, const Text& text,
+                                                      bool fromEnd) {
   auto found = memberAt(set, text, {0, text.size()}, fromEnd);
   if (!found) return found;
   for (;;) {
@@ -343,7 +354,8 @@ inline Text referenceTrim(const OperationRecord& record, Text text, const Text& 
   }
   if (where == 0 || where == 2) {
     if (type == 0) {
-      if (const auto found = rangeOfString(text, what, options | 4 | 8)) text = text.substr(0, found->location);
+      if (const auto found = rangeOfString(text, what, options | 4 | 8))
+        text = text.substr(0, found->location);
     } else if (type == 1 || type == 2) {
       if (const auto found = referenceLongestRange(set, text, true)) text = text.substr(0, found->location);
     }
@@ -351,7 +363,8 @@ inline Text referenceTrim(const OperationRecord& record, Text text, const Text& 
   return text;
 }
 
-inline Text referenceReplace(const OperationRecord& record, const Text& text, const Text& what, const Text& with) {
+inline Text referenceReplace(const OperationRecord& record, const Text& text, const Text& what,
+                             const Text& with) {
   if (what.empty()) return text;
   const std::int64_t type = record.integer("IntArg2", 0);
   if (type == 0) return stringByReplacingOccurrences(text, what, with, referenceCase(record));
@@ -363,21 +376,26 @@ inline bool referenceSkips(const OperationRecord& record, const Text& line, std:
   const Text text = record.text("Arg1");
   const SearchOptions options = referenceCase(record);
   switch (record.integer("IntArg2", 0)) {
-    case 0: return line.empty();
-    case 1: return rangeOfString(line, text, options).has_value();
+    case 0:
+      return line.empty();
+    case 1:
+      return rangeOfString(line, text, options).has_value();
     case 2: {
       IndexSet numbers;
       std::int64_t skipBeyond = -1;
       parseLineNumbersString(text, numbers, &skipBeyond, false);
       return numbers.contains(inputLineIndex + 1) || (skipBeyond > 0 && inputLineIndex + 1 >= skipBeyond);
     }
-    case 3: return rangeOfString(line, text, options | 8).has_value();
-    case 4: return rangeOfString(line, text, options | 4 | 8).has_value();
+    case 3:
+      return rangeOfString(line, text, options | 8).has_value();
+    case 4:
+      return rangeOfString(line, text, options | 4 | 8).has_value();
     case 5: {
       auto expression = referenceExpression(record, text);
       return expression && expression->hasMatch(line);
     }
-    default: return false;
+    default:
+      return false;
   }
 }
 
@@ -401,8 +419,8 @@ class ReferenceJob {
   // What a job begins with; outputs also receives what it writes.
   std::vector<ReferenceFile> files;
   Text decodeReplacement = u"?", encodeReplacement = u"?";
-  std::map<std::string, std::string> outputs;   // by name
-  std::set<std::string> outputFolders;          // names at which there is a folder
+  std::map<std::string, std::string> outputs;  // by name
+  std::set<std::string> outputFolders;         // names at which there is a folder
   std::string outputFolder;
 
   // What it gives.
@@ -410,8 +428,8 @@ class ReferenceJob {
   PreviewStores::Content preview;
   std::vector<std::string> outputPaths;
   std::map<std::size_t, std::vector<ColumnEntry>> expectedColumns;  // by file
-  std::vector<std::string> systemLog;  // kinds of lines that go there
-  bool hasManyRows = false;            // more than a run keeps
+  std::vector<std::string> systemLog;                               // kinds of lines that go there
+  bool hasManyRows = false;                                         // more than a run keeps
 
   void run() {
     write_ = true;
@@ -445,8 +463,8 @@ class ReferenceJob {
   }
   void logCounts(bool total, const Counts& c) {
     for (const auto& line : countLines(total, {c.read.bytesRead, c.read.charactersDecoded, c.read.linesRead,
-                                               c.read.maximumLengthLinesRead, c.bytesWritten, c.charactersEncoded,
-                                               c.linesWritten, c.linesSkipped}))
+                                               c.read.maximumLengthLinesRead, c.bytesWritten,
+                                               c.charactersEncoded, c.linesWritten, c.linesSkipped}))
       logLine(0, line);
   }
 
@@ -491,7 +509,8 @@ class ReferenceJob {
     ReferenceReader reader(file_->bytes);
     Text text;
     ReadLineStats dropped;
-    if (reader.readLine(settings_.inputEncoding, u"", u"", {}, decodeReplacement, text, dropped) == 2 && text.empty())
+    if (reader.readLine(settings_.inputEncoding, u"", u"", {}, decodeReplacement, text, dropped) == 2 &&
+        text.empty())
       logLine(2, "Could not read from \"" + file_->path + "\" [errno ?]");
     preview.inputString = text;
   }
@@ -545,16 +564,22 @@ class ReferenceJob {
             return;
           }
           break;
-        case 202: line = referenceTrim(record, line, record.text("Arg1")); break;
-        case 203: line = referenceReplace(record, line, record.text("Arg1"), record.text("Arg2")); break;
-        default: break;
+        case 202:
+          line = referenceTrim(record, line, record.text("Arg1"));
+          break;
+        case 203:
+          line = referenceReplace(record, line, record.text("Arg1"), record.text("Arg2"));
+          break;
+        default:
+          break;
       }
     }
     if (keptLineCount_ == 0) {
       if (const auto* resize = firstOf(351)) referenceResize(inputColumns_, *resize);
       auto& columns = expectedColumns[fileIndex_];
       columns.clear();
-      for (const Text& cell : inputColumns_) columns.push_back({static_cast<std::int64_t>(columns.size()), cell});
+      for (const Text& cell : inputColumns_)
+        columns.push_back({static_cast<std::int64_t>(columns.size()), cell});
     }
     Texts outputCells;
     const Text outputText = columnStage(line, inputLineIndex, outputCells);
@@ -595,7 +620,8 @@ class ReferenceJob {
       IndexSet selected;
       parseLineNumbersString(record.text("Arg1"), selected, nullptr, true);
       for (std::size_t index = 0; index < cells.size(); ++index)
-        if (selected.contains(static_cast<std::int64_t>(index))) changeCell(record, cells[index], inputLineIndex);
+        if (selected.contains(static_cast<std::int64_t>(index)))
+          changeCell(record, cells[index], inputLineIndex);
     }
     if (!settings_.joinColumnGroups.empty())
       joinColumns(cells);
@@ -619,7 +645,8 @@ class ReferenceJob {
       if (const auto result = reformatted(record, cell, inputLineIndex)) cell = *result;
   }
 
-  std::optional<Text> reformatted(const OperationRecord& record, const Text& cell, std::int64_t inputLineIndex) {
+  std::optional<Text> reformatted(const OperationRecord& record, const Text& cell,
+                                  std::int64_t inputLineIndex) {
     const std::int64_t as = record.integer("IntArg2", 1);
     Text result;
     if (as == 4) {

@@ -54,7 +54,8 @@ TEST(TextReplacer, ReplacesAllOccurrences) {
   for (const auto& [why, type, sensitivity, what, with, text, result] : kCases) {
     TextArena arena;
     TextReplacer replacer(type, sensitivity, what, with);
-    EXPECT_EQ(replacer.replaced(text, arena), result) << why << ": " << toUtf8(what) << " of " << toUtf8(text);
+    EXPECT_EQ(replacer.replaced(text, arena), result)
+        << why << ": " << toUtf8(what) << " of " << toUtf8(text);
   }
 }
 

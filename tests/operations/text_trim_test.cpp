@@ -1,7 +1,6 @@
 #include "operations/text_trim.h"
 
 #include <gtest/gtest.h>
-
 #include <set>
 
 #include "operations/case_option.h"
@@ -19,11 +18,12 @@ constexpr std::int64_t kBoth = 0, kStart = 1, kEnd = 2;
 constexpr auto kSensitive = CaseSensitivity::Sensitive;
 constexpr auto kInsensitive = CaseSensitivity::Insensitive;
 
-std::u16string trim(std::int64_t type, std::int64_t where, CaseSensitivity sensitivity, std::u16string_view what,
-                    std::u16string_view text) {
+std::u16string trim(std::int64_t type, std::int64_t where, CaseSensitivity sensitivity,
+                    std::u16string_view what, std::u16string_view text) {
   TextArena arena;
   const std::vector<char16_t> exact(text.begin(), text.end());  // so that a read beyond it is seen
-  return std::u16string(TextTrimmer(type, where, sensitivity, what).trimmed({exact.data(), exact.size()}, arena));
+  return std::u16string(
+      TextTrimmer(type, where, sensitivity, what).trimmed({exact.data(), exact.size()}, arena));
 }
 
 struct Case {
@@ -64,7 +64,8 @@ TEST(TextTrimmer, TakesTextFromTheEnds) {
       {"case counts", kCharacters, kStart, kSensitive, u"a", u"aAB", u"AB"},
       {"case does not count", kCharacters, kStart, kInsensitive, u"a", u"AaB", u"B"},
       {"the set is widened by both cases", kCharacters, kBoth, kInsensitive, u"ß", u"SßXsSS", u"Xs"},
-      {"and by what the lower case is made of", kCharacters, kStart, kInsensitive, u"\u0130", u"i\u0307\u0130X", u"X"},
+      {"and by what the lower case is made of", kCharacters, kStart, kInsensitive, u"\u0130",
+       u"i\u0307\u0130X", u"X"},
       {"not without that", kCharacters, kStart, kSensitive, u"ß", u"SX", u"SX"},
       {"code points, not sequences", kCharacters, kStart, kSensitive, u"e", u"e\u0301X", u"\u0301X"},
       {"no equivalence", kCharacters, kStart, kSensitive, u"\u00E9", u"e\u0301X", u"e\u0301X"},
@@ -76,7 +77,8 @@ TEST(TextTrimmer, TakesTextFromTheEnds) {
       {"two pairs at the end", kCharacters, kEnd, kSensitive, kEmoji, u"X" + kEmoji + kEmoji, u"X" + kEmoji},
       {"looked at from its second unit it is no pair", kCharacters, kEnd, kSensitive, kEmoji + u"a",
        u"X" + kEmoji + u"a", u"X" + kEmoji},
-      {"the unit before a pair at the end", kCharacters, kEnd, kSensitive, kEmoji + u"a", u"Xa" + kEmoji, u"X"},
+      {"the unit before a pair at the end", kCharacters, kEnd, kSensitive, kEmoji + u"a", u"Xa" + kEmoji,
+       u"X"},
       {"a pair behind one unit", kCharacters, kEnd, kSensitive, kEmoji + u"a", u"a" + kEmoji, u""},
       {"half a pair is no member", kCharacters, kStart, kSensitive, u"\xD83D", u"\xD83DX", u"\xD83DX"},
       {"a control character", kCharacters, kBoth, kSensitive, u"\t\n", u"\n\tX\n", u"X"},
@@ -86,7 +88,8 @@ TEST(TextTrimmer, TakesTextFromTheEnds) {
       {"at the end", kWhitespace, kEnd, kSensitive, u"", u"  X  ", u"  X"},
       {"all of it", kWhitespace, kBoth, kSensitive, u"", u" \t ", u""},
       {"line ends are not in it", kWhitespace, kBoth, kSensitive, u"", u"\n X \r", u"\n X \r"},
-      {"nor is the separator of lines", kWhitespace, kBoth, kSensitive, u"", u"\u2028X\u0085", u"\u2028X\u0085"},
+      {"nor is the separator of lines", kWhitespace, kBoth, kSensitive, u"", u"\u2028X\u0085",
+       u"\u2028X\u0085"},
       {"but a space without width", kWhitespace, kBoth, kSensitive, u"", u"\u200BX\u200B", u"X"},
 
       {"matches anywhere", kExpression, kBoth, kSensitive, u"[ab]", u"aXbYa", u"XY"},
@@ -154,21 +157,24 @@ TEST(LongestRangeOfCharacters, IsTheInnermostCharacterReached) {
   };
   for (const auto& [text, fromEnd, range] : kCases) {
     const SearchOptions options = AnchoredSearch | (fromEnd ? BackwardsSearch : 0u);
-    EXPECT_EQ(longestRangeOfCharactersInSet(set, text, options, fromEnd), range) << toUtf8(text) << " " << fromEnd;
+    EXPECT_EQ(longestRangeOfCharactersInSet(set, text, options, fromEnd), range)
+        << toUtf8(text) << " " << fromEnd;
   }
 }
 
 // The fast way for white space against the walk with the set of white space.
 TEST(TextTrimmer, TrimsWhiteSpaceAsTheWalkDoes) {
   RandomSource random;
-  const std::u16string parts[] = {u" ", u"\t", u"\u00A0", u"\u3000", u"\u200B", u"\n", u"X", kEmoji, u"\u0301", u"é"};
+  const std::u16string parts[] = {u" ",  u"\t", u"\u00A0", u"\u3000", u"\u200B",
+                                  u"\n", u"X",  kEmoji,    u"\u0301", u"é"};
   for (std::uint64_t round = 0; round < testing::rounds(5'000); ++round) {
     const auto text = random.text(parts, 8);
     std::u16string expected = text;
     const auto& set = CharacterSet::whitespace();
     if (const auto found = longestRangeOfCharactersInSet(set, expected, AnchoredSearch, false))
       expected.erase(0, found->end());
-    if (const auto found = longestRangeOfCharactersInSet(set, expected, AnchoredSearch | BackwardsSearch, true))
+    if (const auto found =
+            longestRangeOfCharactersInSet(set, expected, AnchoredSearch | BackwardsSearch, true))
       expected.resize(found->location);
     ASSERT_EQ(trim(kWhitespace, kBoth, kSensitive, u"", text), expected) << toUtf8(text);
   }

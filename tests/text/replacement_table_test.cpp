@@ -1,8 +1,7 @@
 #include "text/replacement_table.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <gtest/gtest.h>
 
 #include "platform/unicode_text.h"
 #include "support/random_source.h"
@@ -13,11 +12,12 @@ namespace {
 using testing::RandomSource;
 using Pairs = std::vector<ReplacementTable::Pair>;
 
-Pairs pairsOf(std::int64_t characterClass, std::u16string_view characters, std::u16string_view replacement = u"-",
-              std::u16string_view quote = u"", std::u16string_view lineSeparator = u"",
-              std::u16string_view columnSeparator = u"") {
+Pairs pairsOf(std::int64_t characterClass, std::u16string_view characters,
+              std::u16string_view replacement = u"-", std::u16string_view quote = u"",
+              std::u16string_view lineSeparator = u"", std::u16string_view columnSeparator = u"") {
   Pairs pairs;
-  appendReplacementPairs(characterClass, characters, replacement, quote, lineSeparator, columnSeparator, pairs);
+  appendReplacementPairs(characterClass, characters, replacement, quote, lineSeparator, columnSeparator,
+                         pairs);
   return pairs;
 }
 
@@ -37,17 +37,17 @@ TEST(ReplacementTablePairs, ListCharactersWithEscapes) {
       {u"ab", u"|a|b"},
       {u"aa", u"|a|a"},
       {u"\\a\\b\\f\\n\\r\\t\\v", u"|\a|\b|\f|\n|\r|\t|\v"},
-      {u"\\x", u""},          // any other character clears the flag and adds nothing
+      {u"\\x", u""},  // any other character clears the flag and adds nothing
       {u"\\xn", u"|n"},
-      {u"\\A\\N", u""},       // the letters are small ones
-      {u"\\\\", u""},         // there is no way to name a backslash
-      {u"\\\\n", u"|\n"},     // two backslashes act as one
+      {u"\\A\\N", u""},    // the letters are small ones
+      {u"\\\\", u""},      // there is no way to name a backslash
+      {u"\\\\n", u"|\n"},  // two backslashes act as one
       {u"\\\\\\\\t", u"|\t"},
       {u"\\", u""},
       {u"a\\nb", u"|a|\n|b"},
       {u"\\n\\", u"|\n"},
-      {u"e\u0301e", u"|e\u0301|e"},  // by composed sequences
-      {u"\\n\u0301", u""},           // which is no letter n
+      {u"e\u0301e", u"|e\u0301|e"},    // by composed sequences
+      {u"\\n\u0301", u""},             // which is no letter n
       {u"\\\u0301n", u"|\\\u0301|n"},  // which is no backslash
       {u"\r\n", u"|\r|\n"},
       {u"\U0001F600\U0001F468\u200D\U0001F469", u"|\U0001F600|\U0001F468\u200D\U0001F469"},
@@ -140,7 +140,8 @@ TEST(ReplacementTable, ProtectsNothingWithoutStructure) {
 // What is not affected is never looked up, so a wrong answer here would lose a replacement.
 TEST(ReplacementTable, KnowsWhichCharactersItCanChange) {
   RandomSource random;
-  const std::u16string characters[] = {u"a", u"\t", u"\u0001", u"\u0085", u"\u00E9", u"\u20AC", u"\U0001F600", u"z"};
+  const std::u16string characters[] = {u"a",      u"\t",     u"\u0001",     u"\u0085",
+                                       u"\u00E9", u"\u20AC", u"\U0001F600", u"z"};
   for (std::uint64_t round = 0; round < testing::rounds(500); ++round) {
     Pairs pairs;
     for (std::size_t i = random.below(4); i > 0; --i) {

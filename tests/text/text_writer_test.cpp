@@ -1,13 +1,12 @@
 #include "text/text_writer.h"
 
+#include <csignal>
 #include <gtest/gtest.h>
-
 #include <sys/resource.h>
 #include <sys/wait.h>
-#include <csignal>
 
-#include "platform/unicode_text.h"
 #include "platform/text_search.h"
+#include "platform/unicode_text.h"
 #include "support/log_catcher.h"
 #include "support/random_source.h"
 #include "support/temporary_file.h"
@@ -102,20 +101,26 @@ TEST(TextWriter, WritesSequenceBySequence) {
       {"an empty replacement", u"aéb", kAscii, {"ab", 3}, u""},
       {"a replacement in the encoding", u"\U0001F600", kCp1252, {"\xE9\x80", 1}, u"é€"},
       {"a replacement that ends at its NUL", u"é", kAscii, {"x", 1}, u"x" + kNul + u"y"},
-      {"a mark at the start stands alone", u"\u0301a", kUtf8, {"\xCC\x81" "a", 2}},
+      {"a mark at the start stands alone",
+       u"\u0301a",
+       kUtf8,
+       {"\xCC\x81"
+        "a",
+        2}},
       {"half a pair", u"a\xD83D", kUtf8, {"a?", 2}},
       {"an unknown encoding has nothing", u"ab", kUnknown, {"", 0}},
   };
   const LogCatcher log;
   for (const auto& [what, text, encoding, result, replacement] : kCases)
-    EXPECT_EQ(written(text, encoding, replacement), result) << what << " " << toUtf8(text) << " in " << encoding;
+    EXPECT_EQ(written(text, encoding, replacement), result)
+        << what << " " << toUtf8(text) << " in " << encoding;
 }
 
 TEST(TextWriter, DropsWhatEvenTheReplacementCannotStandFor) {
   const LogCatcher log;
   EXPECT_EQ(written(u"aéb\U0001F600c", kAscii, u"é"), (Written{"abc", 3}));
   EXPECT_EQ(log.lines, (std::vector<std::u16string>{u"Could not encode replacement string [é]",
-                                                     u"Could not encode replacement string [é]"}));
+                                                    u"Could not encode replacement string [é]"}));
 }
 
 TEST(TextWriter, TakesAnEmptyTextForAFailure) {
@@ -158,7 +163,13 @@ TEST(TextWriter, JoinsCellsWithQuotes) {
       {"a quote is doubled", {u"a\"b"}, u",", 1, "\"a\"\"b\"", 6},
       {"the last cells are not", {u"a", u"x\"", u"x"}, u",", 1, "\"a\",x\",x", 8},
       {"not ASCII", {u"é\"", u"b"}, u"–", 2, "\"\xC3\xA9\"\"\"\xE2\x80\x93\"b\"", 9},
-      {"a mark joins the separator", {u"a", u"\u0301b"}, u",", 0, "a,\xCC\x81" "b", 3},
+      {"a mark joins the separator",
+       {u"a", u"\u0301b"},
+       u",",
+       0,
+       "a,\xCC\x81"
+       "b",
+       3},
       {"a mark joins the closing quote's neighbour", {u"\u0301"}, u",", 1, "\"\xCC\x81\"", 2},
       {"a quote under a mark is another character", {u"a\"\u0301"}, u",", 1, "\"a\"\xCC\x81\"", 4},
       {"the separator between empty cells", {u"", u"", u""}, u"||", 0, "||||", 4},
@@ -237,13 +248,15 @@ TEST(TextWriter, CountsOnlyWhatReachedAFullDisk) {
 
 // What joins, what does not, and what the encodings lack.
 const std::u16string kParts[] = {
-    u"a",      u"b",      u"e",          u"\"",      u",",      u"0123456",  u"01234567", kNul,     u"\n",
-    u"é",      u"ÿ",      u"\u0080",     u"€",       u"Ω",      u"\u2126",   u"\u0301",   u"\u0308", u"\u0327",
-    u"\u0903", u"\u200D", u"\u200C",     u"\u0915",  u"\u094D", u"\u0937",   u"\u1100",   u"\u1161", u"\u11A8",
-    u"\uAC00", u"\u0E33", u"\U0001F600", u"\U0001F468", u"\U0001F3FD", u"\U0001F1E9", u"\U0001F1EA", u"\U00010000", u"漢",
-    u"\uFE0F", u"\u0600", u"\xD83D",     u"\xDE00"};
+    u"a",      u"b",          u"e",          u"\"",         u",",          u"0123456",    u"01234567",
+    kNul,      u"\n",         u"é",          u"ÿ",          u"\u0080",     u"€",          u"Ω",
+    u"\u2126", u"\u0301",     u"\u0308",     u"\u0327",     u"\u0903",     u"\u200D",     u"\u200C",
+    u"\u0915", u"\u094D",     u"\u0937",     u"\u1100",     u"\u1161",     u"\u11A8",     u"\uAC00",
+    u"\u0E33", u"\U0001F600", u"\U0001F468", u"\U0001F3FD", u"\U0001F1E9", u"\U0001F1EA", u"\U00010000",
+    u"漢",     u"\uFE0F",     u"\u0600",     u"\xD83D",     u"\xDE00"};
 constexpr std::int64_t kEncodings[] = {kAscii, kUtf8, kUtf8, kCp1252, kMacRoman, kUnknown};
-const std::u16string kReplacements[] = {u"?", u"", u"é", u"e\u0301", u"\U0001F600", u"sixteen letters.", u"seventeen letters", u"\xD83D"};
+const std::u16string kReplacements[] = {
+    u"?", u"", u"é", u"e\u0301", u"\U0001F600", u"sixteen letters.", u"seventeen letters", u"\xD83D"};
 
 // Runs of plain text of the lengths at which the fast ways change, with random parts between.
 std::u16string randomText(RandomSource& random) {
