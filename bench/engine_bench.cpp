@@ -131,7 +131,7 @@ void trim(benchmark::State& state, TrimType type, std::u16string_view text) {
   state.SetBytesProcessed(state.iterations() * unitBytes(lines));
 }
 
-void replace(benchmark::State& state, Kind kind, CaseSensitivity sensitivity) {
+void replaceInLine(benchmark::State& state, Kind kind, CaseSensitivity sensitivity) {
   const auto lines = makeLines(kind, 1'000);
   TextReplacer replacer(static_cast<std::int64_t>(ReplaceType::String), sensitivity, u"Berlin", u"Hamburg");
   TextArena arena;
@@ -176,9 +176,9 @@ BENCHMARK_CAPTURE(split, NotAscii, Kind::NotAscii);
 BENCHMARK_CAPTURE(trim, String, TrimType::String, u"  ");
 BENCHMARK_CAPTURE(trim, Characters, TrimType::Characters, u" ,.");
 BENCHMARK_CAPTURE(trim, Whitespace, TrimType::Whitespace, u"");
-BENCHMARK_CAPTURE(replace, Plain, Kind::Plain, CaseSensitivity::Sensitive);
-BENCHMARK_CAPTURE(replace, Nocase, Kind::Plain, CaseSensitivity::Insensitive);
-BENCHMARK_CAPTURE(replace, NotAscii, Kind::NotAscii, CaseSensitivity::Insensitive);
+BENCHMARK_CAPTURE(replaceInLine, Plain, Kind::Plain, CaseSensitivity::Sensitive);
+BENCHMARK_CAPTURE(replaceInLine, Nocase, Kind::Plain, CaseSensitivity::Insensitive);
+BENCHMARK_CAPTURE(replaceInLine, NotAscii, Kind::NotAscii, CaseSensitivity::Insensitive);
 BENCHMARK_CAPTURE(joinAndEncode, Plain, Kind::Plain, Encoding::Utf8, Quotes::None);
 BENCHMARK_CAPTURE(joinAndEncode, Quoted, Kind::Quoted, Encoding::Utf8, Quotes::All);
 BENCHMARK_CAPTURE(joinAndEncode, NotAscii, Kind::NotAscii, Encoding::Utf8, Quotes::None);
