@@ -60,7 +60,14 @@ inline bool isInertUnit(char16_t unit) {
 
 inline std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start) {
   const std::size_t next = start + 1;
-  if (next >= text.size() || (isInertUnit(text[start]) && isInertUnit(text[next]))) return next;
+  if (next >= text.size()) return next;
+  const InertUnits& inert = InertUnits::table();
+  if (inert.contains(text[start])) {
+    if (inert.contains(text[next])) return next;
+    // One common mark; the joiner among them reaches further.
+    const bool isCommonMark = text[next] >= 0x0300 && text[next] < 0x0370 && text[next] != 0x034F;
+    if (isCommonMark && (next + 1 == text.size() || inert.contains(text[next + 1]))) return next + 1;
+  }
   return detail::composedSequenceEndByRules(text, start);
 }
 
