@@ -199,7 +199,9 @@ class Job:
         result = []
         for sequence in sequences(text):
             try:
-                result.append(sequence.encode(encoding))
+                # A letter with its marks is written where the two compose to one character of the encoding.
+                composed = unicodedata.normalize("NFC", sequence)
+                result.append((composed if len(composed) == 1 else sequence).encode(encoding))
             except UnicodeEncodeError:
                 result.append(self.encode_replacement.encode(encoding))
         return b"".join(result)

@@ -169,31 +169,12 @@ std::size_t clusterEnd(std::u16string_view text, std::size_t start, Marks marks)
 
 // --- Runs of inert units. ---
 
-class InertTable {
- public:
-  InertTable() {
-    for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
-      if (isInert(unit)) bits_[unit / 64] |= std::uint64_t{1} << (unit % 64);
-    }
-  }
-
-  bool contains(char16_t unit) const { return (bits_[unit / 64] >> (unit % 64) & 1) != 0; }
-
- private:
-  static bool isInert(char32_t unit) {
-    if (unit < 0x0300) return true;
-    if (isSurrogate(static_cast<char16_t>(unit)) || isBetween(unit, 0x1100, 0x11FF)) return false;
-    if (unit == 0x200C || unit == kJoiner || unit == 0x0E33 || unit == 0x0EB3) return false;
-    if (unit == 0xFF9E || unit == 0xFF9F || isBetween(unit, 0xF860, 0xF87F)) return false;
-    return !hasCategory(unit, U_GC_M_MASK) && clusterBreak(unit) != U_GCB_PREPEND;
-  }
-
-  std::array<std::uint64_t, 0x10000 / 64> bits_ = {};
-};
-
-const InertTable& inertTable() {
-  static const InertTable table;
-  return table;
+bool isInert(char32_t unit) {
+  if (unit < 0x0300) return true;
+  if (isSurrogate(static_cast<char16_t>(unit)) || isBetween(unit, 0x1100, 0x11FF)) return false;
+  if (unit == 0x200C || unit == kJoiner || unit == 0x0E33 || unit == 0x0EB3) return false;
+  if (unit == 0xFF9E || unit == 0xFF9F || isBetween(unit, 0xF860, 0xF87F)) return false;
+  return !hasCategory(unit, U_GC_M_MASK) && clusterBreak(unit) != U_GCB_PREPEND;
 }
 
 // In front of these units a sequence always ends, whatever stands before: nothing joins them.
@@ -205,11 +186,18 @@ bool isSureStart(std::u16string_view text, std::size_t index) {
 
 }  // namespace
 
-namespace detail {
-
-bool isInertUnitByTable(char16_t unit) {
-  return inertTable().contains(unit);
+InertUnits::InertUnits() {
+  for (unsigned unit = 0; unit <= 0xFFFF; ++unit) {
+    if (isInert(unit)) bits_[unit / 64] |= std::uint64_t{1} << (unit % 64);
+  }
 }
+
+const InertUnits& InertUnits::table() {
+  static const InertUnits& made = *new InertUnits;  // never destroyed: job threads may outlive the end of main()
+  return made;
+}
+
+namespace detail {
 
 std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t start) {
   return clusterEnd(text, start, Marks::All);
@@ -221,7 +209,7 @@ std::size_t inertRunLength(std::u16string_view text, std::size_t start) {
   std::size_t index = start;
   while (index < text.size()) {
     index = passUnitsBelow(text, index, 0x0300);
-    const InertTable& table = inertTable();
+    const InertUnits& table = InertUnits::table();
     const std::size_t blockEnd = std::min(index + 8, text.size());
     for (; index < blockEnd; ++index) {
       if (!table.contains(text[index])) return index == start ? 0 : index - 1 - start;

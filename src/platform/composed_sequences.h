@@ -3,7 +3,9 @@
 // Positions are in UTF-16 units, from 0. CR LF is two sequences.
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace quillet {
@@ -35,20 +37,37 @@ void forEachComposedSequence(std::u16string_view text, Visit visit) {
   }
 }
 
+// The units that are inert, for a loop that looks at every one.
+class InertUnits {
+ public:
+  static const InertUnits& table();  // made at the first use
+  bool contains(char16_t unit) const { return (bits_[unit / 64] >> (unit % 64) & 1) != 0; }
+
+ private:
+  InertUnits();
+  std::array<std::uint64_t, 0x10000 / 64> bits_ = {};
+};
+
 namespace detail {
 
-bool isInertUnitByTable(char16_t unit);
 std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t start);
 
 }  // namespace detail
 
 inline bool isInertUnit(char16_t unit) {
-  return unit < 0x0300 || detail::isInertUnitByTable(unit);
+  return unit < 0x0300 || InertUnits::table().contains(unit);
 }
 
 inline std::size_t composedSequenceEnd(std::u16string_view text, std::size_t start) {
   const std::size_t next = start + 1;
-  if (next >= text.size() || (isInertUnit(text[start]) && isInertUnit(text[next]))) return next;
+  if (next >= text.size()) return next;
+  const InertUnits& inert = InertUnits::table();
+  if (inert.contains(text[start])) {
+    if (inert.contains(text[next])) return next;
+    // One common mark; the joiner among them reaches further.
+    const bool isCommonMark = text[next] >= 0x0300 && text[next] < 0x0370 && text[next] != 0x034F;
+    if (isCommonMark && (next + 1 == text.size() || inert.contains(text[next + 1]))) return next + 1;
+  }
   return detail::composedSequenceEndByRules(text, start);
 }
 

@@ -2,9 +2,12 @@
 // widening and narrowing of ASCII. With SSE2 where the processor has it, plain loops elsewhere.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -85,7 +88,22 @@ class UnitBlock {
   __m128i parts_[8];
 };
 
+// Index of the first unit that is equal to the wanted one, from start on; text.size() if there is none.
+inline std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size_t start) {
+  const __m128i pattern = _mm_set1_epi16(static_cast<short>(wanted));
+  for (; start + 8 <= text.size(); start += 8) {
+    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi16(load(text.data() + start), pattern));
+    if (mask != 0) return start + static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(mask))) / 2;
+  }
+  while (start < text.size() && text[start] != wanted) ++start;
+  return start;
+}
+
 #else
+
+inline std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size_t start) {
+  return std::min(text.find(wanted, start), text.size());
+}
 
 class ByteBlock {
  public:

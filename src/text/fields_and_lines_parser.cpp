@@ -263,52 +263,68 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
 // Takes characters one by one as long as each is plain and they are not ASCII for long. True if it took some and
 // what follows is for readStretch again.
 bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
-  constexpr std::size_t kManyAscii = 16;
+  constexpr int kManyAscii = 16;
+  constexpr std::size_t kLongest = 4;  // bytes of a character
   const LineRules& rules = call.rules;
   const unsigned char* const start = inputBuffer_.get() + inputBufferIndex_;
-  const unsigned char* const end = inputBuffer_.get() + bytesReadIntoInputBuffer_;
+  const std::size_t inBuffer = bytesReadIntoInputBuffer_ - inputBufferIndex_;
+  const std::size_t mostUnits = kLineLimit - 2 - call.lineLength();  // beyond it the limit is near
+  if (inBuffer < kLongest || mostUnits > kLineLimit) return false;
+  // No character has more units than bytes, so one end serves for both.
+  const unsigned char* const end = start + std::min(inBuffer - (kLongest - 1), mostUnits);
   const unsigned char* at = start;
+  const std::uint8_t* const kinds = rules.stops;
   const bool hasTable = !rules.replaceCharacters.isEmpty();
+  const unsigned quote = rules.quoteUnit;
   char16_t* const firstUnit = call.into.room(kLineLimit);
-  char16_t* const lastUnit = firstUnit + (kLineLimit - 2 - call.lineLength());  // from here on the limit is near
   char16_t* unit = firstUnit;
-  std::size_t characters = 0, asciiRun = 0;
+  std::size_t characters = 0;
+  int asciiRun = 0;
+  bool inQuotes = call.inQuotes;
   bool forStretch = false;
-  for (; end - at >= 4 && unit < lastUnit; ++characters) {
-    const unsigned char first = *at;
+  for (; at < end; ++characters) {
+    const unsigned first = *at;
     if (first < 0x80) {
-      const std::uint8_t kind = rules.stops[first];
-      if (kind == kSpecial && first == rules.quoteUnit) {
-        call.inQuotes = !call.inQuotes;
-      } else if (kind != 0 || ++asciiRun == kManyAscii) {
+      const unsigned kind = kinds[first];
+      if (kind == 0) {
+        if (++asciiRun == kManyAscii) {
+          forStretch = true;
+          break;
+        }
+      } else if (kind == kSpecial && first == quote) {
+        inQuotes = !inQuotes;
+      } else {
         forStretch = kind != kStop;
         break;
       }
-      *unit++ = first;
+      *unit++ = static_cast<char16_t>(first);
       ++at;
       continue;
     }
     asciiRun = 0;
     char32_t character;
-    int length;
     if (first < 0xE0) {
       if (first < 0xC2 || !isContinuation(at[1])) break;
-      character = (first & 0x1Fu) << 6 | (at[1] & 0x3Fu);
-      length = 2;
+      character = (first & 0x1F) << 6 | (at[1] & 0x3Fu);
+      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      at += 2;
+    } else if (first < 0xF0) {
+      character = (first & 0x0F) << 12 | (at[1] & 0x3Fu) << 6 | (at[2] & 0x3Fu);
+      // Valid are two continuations, and neither what fits in fewer bytes nor a surrogate.
+      if (!isContinuation(at[1]) || !isContinuation(at[2]) || character < 0x800 || (character & 0xF800) == 0xD800) break;
+      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      at += 3;
     } else {
-      length = first < 0xF0 ? 3 : 4;
-      if (!isValidUtf8(at, length)) break;
-      character = decodedUtf8(at, length);
-    }
-    if (hasTable && rules.replaceCharacters.affects(character)) break;
-    at += length;
-    if (length < 4) {
-      *unit++ = static_cast<char16_t>(character);
-    } else {
+      if (!isValidUtf8(at, 4)) break;
+      character = decodedUtf8(at, 4);
+      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      at += 4;
       *unit++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
-      *unit++ = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
+      character = 0xDC00 + (character & 0x3FF);
     }
+    *unit++ = static_cast<char16_t>(character);
   }
+  call.inQuotes = inQuotes;
   call.into.extend(static_cast<std::size_t>(unit - firstUnit));
   call.count(static_cast<std::size_t>(at - start), characters);
   inputBufferIndex_ += static_cast<std::size_t>(at - start);

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstring>
 
-#include "platform/composed_sequences.h"
 #include "platform/localization.h"
 #include "platform/simd_blocks.h"
 #include "platform/system_log.h"
@@ -111,19 +110,39 @@ char* writeDoublingQuotes(std::u16string_view text, char* to) {
   return to;
 }
 
+// Without branches, as a text that is not all of one script would have them mispredicted. Writes 3 bytes,
+// which do not all count; of a NUL none does: it is a character, but it ends the bytes of its text before they begin.
 inline char* putUtf8(char16_t unit, char* to) {
-  if (unit < 0x80) {
-    *to = static_cast<char>(unit);
-    return unit == 0 ? to : to + 1;  // a NUL counts, but ends the bytes of its text before they begin
+  const std::uint32_t u = unit;
+  const std::uint32_t two = (0xC0 | u >> 6) | (0x80 | (u & 0x3F)) << 8;
+  const std::uint32_t three = (0xE0 | u >> 12) | (0x80 | (u >> 6 & 0x3F)) << 8 | (0x80 | (u & 0x3F)) << 16;
+  const std::uint32_t bytes = u < 0x80 ? u : u < 0x800 ? two : three;
+  to[0] = static_cast<char>(bytes);
+  to[1] = static_cast<char>(bytes >> 8);
+  to[2] = static_cast<char>(bytes >> 16);
+  return to + (u != 0) + (u >= 0x80) + (u >= 0x800);
+}
+
+bool isAsciiLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+
+// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
+// searches.
+void appendDoublingQuotes(std::u16string_view cell, TextBuffer& out) {
+  std::size_t done = 0;
+  for (std::size_t at = simd::findUnit(cell, u'"', 0); at < cell.size(); at = simd::findUnit(cell, u'"', at + 1)) {
+    const std::size_t next = at + 1;
+    if (next < cell.size() && cell[next] >= 0x300 && isExtending(codePointAt(cell, next))) continue;
+    out.append(cell.substr(done, next - done));
+    out.append(u'"');
+    done = next;
   }
-  if (unit < 0x800) {
-    *to++ = static_cast<char>(0xC0 | unit >> 6);
-  } else {
-    *to++ = static_cast<char>(0xE0 | unit >> 12);
-    *to++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
-  }
-  *to++ = static_cast<char>(0x80 | (unit & 0x3F));
-  return to;
+  out.append(cell.substr(done));
+}
+
+void appendQuoted(std::u16string_view cell, TextBuffer& out) {
+  out.append(u'"');
+  appendDoublingQuotes(cell, out);
+  out.append(u'"');
 }
 
 // Only the head of a block is told; a full disk must not fill the system log too.
@@ -223,7 +242,7 @@ void TextWriter::writeUnits(std::u16string_view text) {
       }
       // Eight units, or what is left, one by one before the next look for ASCII.
       for (const std::size_t end = std::min(limit, at + kBlock); at < end; ++at, ++count) {
-        if (units == Units::Unknown || !isInertUnit(text[at])) {
+        if (units == Units::Unknown || !inert_.contains(text[at])) {
           atSequence = true;
           break;
         }
@@ -269,10 +288,48 @@ void TextWriter::writeReplacement() {
 
 bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
                              std::size_t quotedCount) {
-  if (asciiIsItself_ && writeJoinedAscii(cells, separator, quotedCount)) return true;
+  if (asciiIsItself_) {
+    if (writeJoinedAscii(cells, separator, quotedCount)) return true;
+    if (cells.size() == 1 && quotedCount == 0) return write(cells[0]);
+    if (standApart(cells, separator)) return writeCellByCell(cells, separator, quotedCount);
+  }
   joined_.clear();
   appendJoined(cells, separator, quotedCount, joined_);
   return write(joined_.view());
+}
+
+// Whether nothing can join over the border of a cell, with or without quotes: a separator like a comma or a tab
+// ends every sequence, as a quote does, and no cell begins with what joins them.
+bool TextWriter::standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const {
+  if (separator.size() != 1 || separator[0] >= 0x80 || isAsciiLetter(separator[0]) || separator[0] == 0) return false;
+  return std::all_of(cells.begin(), cells.end(),
+                     [&](std::u16string_view cell) { return cell.empty() || inert_.contains(cell[0]); });
+}
+
+bool TextWriter::writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                                 std::size_t quotedCount) {
+  bool wrote = false;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) putAscii(static_cast<char>(separator[0]));
+    const bool quoted = i < quotedCount;
+    wrote |= i > 0 || quoted || !cells[i].empty();
+    if (quoted) putAscii('"');
+    if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
+      joined_.clear();
+      appendDoublingQuotes(cells[i], joined_);
+      write(joined_.view());
+    } else {
+      write(cells[i]);
+    }
+    if (quoted) putAscii('"');
+  }
+  return wrote;
+}
+
+void TextWriter::putAscii(char character) {
+  *out_.room(1) = character;
+  out_.extend(1);
+  ++charactersEncoded_;
 }
 
 // Narrows cell by cell straight into the buffer. False, and nothing written, if there is anything but ASCII, or
@@ -312,25 +369,6 @@ bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, st
   charactersEncoded_ += to - start;
   return true;
 }
-
-namespace {
-
-// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
-// searches.
-void appendQuoted(std::u16string_view cell, TextBuffer& out) {
-  char16_t* const start = out.room(cell.size() * 2 + 2);
-  char16_t* to = start;
-  *to++ = u'"';
-  for (std::size_t i = 0; i < cell.size(); ++i) {
-    *to++ = cell[i];
-    if (cell[i] == u'"' && (i + 1 == cell.size() || cell[i + 1] < 0x300 || !isExtending(codePointAt(cell, i + 1))))
-      *to++ = u'"';
-  }
-  *to++ = u'"';
-  out.extend(static_cast<std::size_t>(to - start));
-}
-
-}  // namespace
 
 void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
                   TextBuffer& out) {

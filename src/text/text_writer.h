@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "platform/code_pages.h"
+#include "platform/composed_sequences.h"
 #include "platform/text_buffer.h"
 
 namespace quillet {
@@ -63,6 +64,10 @@ class TextWriter {
   enum class Units;  // how single units become bytes
   bool writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                         std::size_t quotedCount);
+  bool standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const;
+  bool writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                       std::size_t quotedCount);
+  void putAscii(char character);
   template <TextWriter::Units units>
   void writeUnits(std::u16string_view text);
   template <TextWriter::Units units>
@@ -71,6 +76,7 @@ class TextWriter {
   void writeReplacement();
 
   OutputBuffer out_;
+  const InertUnits& inert_ = InertUnits::table();
   Encoding encoding_;
   std::u16string replacement_;
   std::optional<std::string> replacementBytes_;
