@@ -348,7 +348,7 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::finishAtEnd(Call& call, int res
 }
 
 FieldsAndLinesParser::Step FieldsAndLinesParser::readSingleByteCharacter(Call& call) {
-  unsigned char byte;
+  unsigned char byte = 0;
   if (const int result = readCharFrom(call.descriptor, byte); result != 1) return finishAtEnd(call, result);
   ++call.stats.bytesRead;
   const LineRules& rules = call.rules;

@@ -123,6 +123,28 @@ inline char* putUtf8(char16_t unit, char* to) {
   return to + (u != 0) + (u >= 0x80) + (u >= 0x800);
 }
 
+bool isAsciiLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+
+// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
+// searches.
+void appendDoublingQuotes(std::u16string_view cell, TextBuffer& out) {
+  std::size_t done = 0;
+  for (std::size_t at = simd::findUnit(cell, u'"', 0); at < cell.size(); at = simd::findUnit(cell, u'"', at + 1)) {
+    const std::size_t next = at + 1;
+    if (next < cell.size() && cell[next] >= 0x300 && isExtending(codePointAt(cell, next))) continue;
+    out.append(cell.substr(done, next - done));
+    out.append(u'"');
+    done = next;
+  }
+  out.append(cell.substr(done));
+}
+
+void appendQuoted(std::u16string_view cell, TextBuffer& out) {
+  out.append(u'"');
+  appendDoublingQuotes(cell, out);
+  out.append(u'"');
+}
+
 // Only the head of a block is told; a full disk must not fill the system log too.
 void logFailedWrite(const char* bytes, std::size_t count, int reason) {
   constexpr std::size_t kToldBytes = 64;
@@ -266,10 +288,48 @@ void TextWriter::writeReplacement() {
 
 bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
                              std::size_t quotedCount) {
-  if (asciiIsItself_ && writeJoinedAscii(cells, separator, quotedCount)) return true;
+  if (asciiIsItself_) {
+    if (writeJoinedAscii(cells, separator, quotedCount)) return true;
+    if (cells.size() == 1 && quotedCount == 0) return write(cells[0]);
+    if (standApart(cells, separator)) return writeCellByCell(cells, separator, quotedCount);
+  }
   joined_.clear();
   appendJoined(cells, separator, quotedCount, joined_);
   return write(joined_.view());
+}
+
+// Whether nothing can join over the border of a cell, with or without quotes: a separator like a comma or a tab
+// ends every sequence, as a quote does, and no cell begins with what joins them.
+bool TextWriter::standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const {
+  if (separator.size() != 1 || separator[0] >= 0x80 || isAsciiLetter(separator[0]) || separator[0] == 0) return false;
+  return std::all_of(cells.begin(), cells.end(),
+                     [&](std::u16string_view cell) { return cell.empty() || inert_.contains(cell[0]); });
+}
+
+bool TextWriter::writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                                 std::size_t quotedCount) {
+  bool wrote = false;
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (i > 0) putAscii(static_cast<char>(separator[0]));
+    const bool quoted = i < quotedCount;
+    wrote |= i > 0 || quoted || !cells[i].empty();
+    if (quoted) putAscii('"');
+    if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
+      joined_.clear();
+      appendDoublingQuotes(cells[i], joined_);
+      write(joined_.view());
+    } else {
+      write(cells[i]);
+    }
+    if (quoted) putAscii('"');
+  }
+  return wrote;
+}
+
+void TextWriter::putAscii(char character) {
+  *out_.room(1) = character;
+  out_.extend(1);
+  ++charactersEncoded_;
 }
 
 // Narrows cell by cell straight into the buffer. False, and nothing written, if there is anything but ASCII, or
@@ -309,26 +369,6 @@ bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, st
   charactersEncoded_ += to - start;
   return true;
 }
-
-namespace {
-
-// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
-// searches.
-void appendQuoted(std::u16string_view cell, TextBuffer& out) {
-  out.append(u'"');
-  std::size_t done = 0;
-  for (std::size_t at = simd::findUnit(cell, u'"', 0); at < cell.size(); at = simd::findUnit(cell, u'"', at + 1)) {
-    const std::size_t next = at + 1;
-    if (next < cell.size() && cell[next] >= 0x300 && isExtending(codePointAt(cell, next))) continue;
-    out.append(cell.substr(done, next - done));
-    out.append(u'"');
-    done = next;
-  }
-  out.append(cell.substr(done));
-  out.append(u'"');
-}
-
-}  // namespace
 
 void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
                   TextBuffer& out) {

@@ -64,6 +64,10 @@ class TextWriter {
   enum class Units;  // how single units become bytes
   bool writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                         std::size_t quotedCount);
+  bool standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const;
+  bool writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                       std::size_t quotedCount);
+  void putAscii(char character);
   template <TextWriter::Units units>
   void writeUnits(std::u16string_view text);
   template <TextWriter::Units units>
