@@ -1,10 +1,10 @@
 #include "engine/pending_text.h"
 
+#include <cstdlib>
 #include <unistd.h>
 
-#include <cstdlib>
-
 #include "platform/composed_sequences.h"
+#include "platform/unicode_text.h"
 
 namespace quillet {
 
@@ -16,6 +16,31 @@ std::size_t safeCut(std::u16string_view text) {
   for (std::size_t at = text.size(); at > 1; --at)
     if (isInertUnit(text[at - 1]) && isInertUnit(text[at - 2])) return at - 1;
   return 0;
+}
+
+// Whether any number of units may stand between the character and what joins it, an emoji: then the end of
+// its sequence is not known before these have been seen.
+bool joinsFromAfar(std::u16string_view text, std::size_t at) {
+  std::u16string joined;
+  appendCodePoint(codePointAt(text, at), joined);
+  const std::size_t units = joined.size();
+  joined += u"\U0001F600";
+  return composedSequenceEnd(joined, 0) > units;
+}
+
+// The same for a text, from the start of a sequence, that has no plain units: the last end of a sequence that
+// nothing behind the text can move.
+std::size_t lastSureSequenceEnd(std::u16string_view text) {
+  constexpr std::size_t kLookAhead = 4;     // units behind a sequence that can decide where it ends
+  constexpr std::size_t kLastPart = 1'024;  // in which a place to cut is looked for
+  std::size_t cut = 0;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = composedSequenceEnd(text, at);
+    if (end + kLookAhead > text.size()) break;
+    if (end + kLastPart > text.size() && !joinsFromAfar(text, at)) cut = end;
+    at = end;
+  }
+  return cut;
 }
 
 }  // namespace
@@ -46,7 +71,8 @@ void PendingText::moveToFile() {
   if (!file_ || std::fwrite(memory_.data(), 1, bytes, file_) != bytes || std::fflush(file_) != 0) {
     // Nothing is lost: the memory still has it, and takes what comes.
     noFile_ = true;
-    if (file_ && (ftruncate(fileno(file_), before) != 0 || std::fseek(file_, before, SEEK_SET) != 0)) std::clearerr(file_);
+    if (file_ && (ftruncate(fileno(file_), before) != 0 || std::fseek(file_, before, SEEK_SET) != 0))
+      std::clearerr(file_);
     return;
   }
   memory_.clear();
@@ -56,10 +82,12 @@ void PendingText::forEachPiece(const std::function<void(std::u16string_view piec
   std::u16string piece;
   const auto take = [&](std::u16string_view text) {
     piece += text;
-    if (const std::size_t cut = safeCut(piece); cut > 0 && piece.size() >= kPieceUnits) {
-      visit(std::u16string_view(piece).substr(0, cut));
-      piece.erase(0, cut);
-    }
+    if (piece.size() < kPieceUnits) return;
+    std::size_t cut = safeCut(piece);
+    if (cut == 0) cut = lastSureSequenceEnd(piece);
+    if (cut == 0) return;
+    visit(std::u16string_view(piece).substr(0, cut));
+    piece.erase(0, cut);
   };
   if (file_) {
     std::rewind(file_);

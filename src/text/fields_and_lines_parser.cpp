@@ -11,6 +11,7 @@
 #include "platform/localization.h"
 #include "platform/simd_blocks.h"
 #include "platform/unicode_text.h"
+#include "platform/utf8_runs.h"
 
 namespace quillet {
 
@@ -136,6 +137,7 @@ LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::
     // Only a plain separator can be found by comparing units, and only where a quote cannot be meant as well.
     if (last < 0x80 && (!plainSeparator || last == quoteUnit)) stops[last] |= kStop;
   }
+  decodesRuns = !singleByteTable && plainNotAscii && replaceCharacters.isEmpty();
   hasPlainHighBytes = singleByteTable && plainNotAscii;
   for (int i = 0; hasPlainHighBytes && i < 0x80; ++i) {
     const char16_t unit = singleByteTable[0x80 + i];
@@ -166,7 +168,7 @@ struct FieldsAndLinesParser::Call {
 };
 
 FieldsAndLinesParser::FieldsAndLinesParser(std::size_t readSize)
-    : inputBuffer_(new unsigned char[readSize + simd::kBlock]()), readSize_(readSize) {}
+    : inputBuffer_(new unsigned char[readSize + kRunSlack]()), readSize_(readSize) {}
 
 bool FieldsAndLinesParser::refill(int descriptor, int& result) {
   ssize_t count;
@@ -195,7 +197,7 @@ ReadResult FieldsAndLinesParser::readLineFrom(int descriptor, const LineRules& r
   for (;;) {
     Step step = readStretch(call);
     if (step == Step::GoOn) {
-      if (rules.plainNotAscii && !rules.singleByteTable && readPlainCharacters(call)) continue;
+      if (rules.plainNotAscii && !rules.singleByteTable && !rules.decodesRuns && readPlainCharacters(call)) continue;
       step = readCharacter(call);
     }
     switch (step) {
@@ -207,61 +209,90 @@ ReadResult FieldsAndLinesParser::readLineFrom(int descriptor, const LineRules& r
   }
 }
 
-// Takes ASCII in blocks: what the quotes enclose is found by the parity of the quotes before it, and everything up
-// to the first character that needs the step by step rule is widened at once. Stops short of the limit.
+// What can be taken at once of the bytes at hand.
+struct FieldsAndLinesParser::Stretch {
+  std::size_t bytes = 0;      // up to a stop, or up to and with the last unit of what may be a separator
+  bool atSeparator = false;
+  bool atStop = false;        // what follows is for the step by step rule
+  std::uint64_t quotes = 0;   // where the bytes are the quote
+};
+
+// The quotes before a byte tell by their parity whether it is enclosed. In a single-byte encoding units become
+// those of the first 64 bytes, in UTF-8 as far as they are ASCII.
+FieldsAndLinesParser::Stretch FieldsAndLinesParser::lookAt(const Call& call, const unsigned char* from,
+                                                           std::size_t wanted, std::uint64_t& high, char16_t* units) {
+  const LineRules& rules = call.rules;
+  const std::uint64_t inReach = simd::lowBits(wanted);
+  const simd::ByteBlock block(from);
+  block.widen(units);
+  high = block.notAscii() & inReach;
+  std::uint64_t stops = rules.hasStops ? stopBits(from, rules.stops) & inReach & ~high : 0;
+  if (rules.hasPlainHighBytes)
+    stops |= decodeHighBytes(from, high, rules, units);
+  else if (!rules.decodesRuns)
+    stops |= high;
+
+  Stretch stretch;
+  stretch.bytes = stops ? static_cast<std::size_t>(std::countr_zero(stops)) : wanted;
+  stretch.atStop = stops != 0;
+  std::uint64_t inside = call.inQuotes ? ~std::uint64_t{0} : 0;
+  if (rules.quoteUnit) {
+    stretch.quotes = block.equalTo(static_cast<unsigned char>(rules.quoteUnit));
+    inside ^= simd::prefixParity(stretch.quotes);
+  }
+  if (rules.plainSeparator) {
+    const std::uint64_t ends = block.equalTo(static_cast<unsigned char>(rules.separatorLastUnit)) & ~inside &
+                               simd::lowBits(stretch.bytes);
+    if (ends) {
+      stretch.bytes = static_cast<std::size_t>(std::countr_zero(ends)) + 1;
+      stretch.atSeparator = true;
+      stretch.atStop = false;
+    }
+  }
+  return stretch;
+}
+
+// Takes blocks of text up to the line's end or the first character that needs the step by step rule. Stops short
+// of the limit.
 FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
   const LineRules& rules = call.rules;
   for (;;) {
+    // No character has more units than bytes.
     const std::size_t wanted =
         std::min({bytesReadIntoInputBuffer_ - inputBufferIndex_, kLineLimit - 1 - call.lineLength(), simd::kBlock});
     const unsigned char* from = inputBuffer_.get() + inputBufferIndex_;
-    if (wanted == 0 || (*from >= 0x80 && !rules.hasPlainHighBytes)) return Step::GoOn;
-    const simd::ByteBlock block(from);
-    char16_t* const units = call.into.room(simd::kBlock);
-    block.widen(units);
-
-    std::uint64_t stopped = block.notAscii();
-    if (rules.hasPlainHighBytes) stopped = decodeHighBytes(from, stopped & simd::lowBits(wanted), rules, units);
-    if (rules.hasStops) stopped |= stopBits(from, rules.stops);
-    stopped &= simd::lowBits(wanted);
-    const std::size_t taken = stopped ? static_cast<std::size_t>(std::countr_zero(stopped)) : wanted;
-    const std::uint64_t inReach = simd::lowBits(taken);
-
-    std::uint64_t inside = call.inQuotes ? ~std::uint64_t{0} : 0;
-    bool oddQuotes = false;
-    if (rules.quoteUnit) {
-      const std::uint64_t quotes = block.equalTo(static_cast<unsigned char>(rules.quoteUnit)) & inReach;
-      inside ^= simd::prefixParity(quotes);
-      oddQuotes = std::popcount(quotes) & 1;
-    }
-    if (rules.plainSeparator) {
-      std::uint64_t ends = block.equalTo(static_cast<unsigned char>(rules.separatorLastUnit)) & inReach & ~inside;
-      for (; ends; ends &= ends - 1) {
-        const auto length = static_cast<std::size_t>(std::countr_zero(ends)) + 1;
-        const std::size_t lineLength = call.lineLength() + length;
-        const std::size_t separatorLength = rules.lineSeparator.size();
-        if (separatorLength > lineLength) continue;
-        const std::size_t kept = call.into.size() + length - separatorLength;
-        if (separatorLength > 1 && std::memcmp(call.into.data() + kept, rules.lineSeparator.data(),
-                                               separatorLength * sizeof(char16_t)) != 0)
-          continue;
-        call.into.truncate(kept);
-        call.count(length, length);
-        ++call.stats.linesRead;
-        inputBufferIndex_ += length;
-        return Step::LineEnded;
-      }
-    }
-    call.into.extend(taken);
-    call.count(taken, taken);
-    inputBufferIndex_ += taken;
-    if (oddQuotes) call.inQuotes = !call.inQuotes;
-    if (taken < wanted) return Step::GoOn;
+    if (wanted == 0 || (*from >= 0x80 && !rules.hasPlainHighBytes && !rules.decodesRuns)) return Step::GoOn;
+    char16_t* const units = call.into.room(simd::kBlock + kRunSlack);
+    std::uint64_t high = 0;
+    const Stretch stretch = lookAt(call, from, wanted, high, units);
+    DecodedRun run{stretch.bytes, stretch.bytes, stretch.bytes};
+    if (rules.decodesRuns && (high & simd::lowBits(stretch.bytes))) run = decodeUtf8Run(from, stretch.bytes, units);
+    if (run.bytes == 0) return Step::GoOn;
+    call.into.extend(run.units);
+    call.count(run.bytes, run.characters);
+    inputBufferIndex_ += run.bytes;
+    if (simd::isOdd(stretch.quotes & simd::lowBits(run.bytes))) call.inQuotes = !call.inQuotes;
+    if (run.bytes < stretch.bytes) continue;  // the next character is cut by the block's end, or it is invalid
+    if (stretch.atSeparator && endsInSeparator(call)) return Step::LineEnded;
+    if (stretch.atStop) return Step::GoOn;
   }
 }
 
-// Takes characters one by one as long as each is plain and they are not ASCII for long. True if it took some and
-// what follows is for readStretch again.
+// Takes a plain separator off the line's end.
+bool FieldsAndLinesParser::endsInSeparator(Call& call) {
+  const std::u16string& separator = call.rules.lineSeparator;
+  if (call.lineLength() < separator.size()) return false;
+  const std::size_t kept = call.into.size() - separator.size();
+  if (separator.size() > 1 &&
+      std::memcmp(call.into.data() + kept, separator.data(), separator.size() * sizeof(char16_t)) != 0)
+    return false;
+  call.into.truncate(kept);
+  ++call.stats.linesRead;
+  return true;
+}
+
+// Takes characters of UTF-8 one by one, as long as the table changes none and they are not ASCII for long. True if it
+// took some and what follows is for readStretch again.
 bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
   constexpr int kManyAscii = 16;
   constexpr std::size_t kLongest = 4;  // bytes of a character
@@ -274,7 +305,6 @@ bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
   const unsigned char* const end = start + std::min(inBuffer - (kLongest - 1), mostUnits);
   const unsigned char* at = start;
   const std::uint8_t* const kinds = rules.stops;
-  const bool hasTable = !rules.replaceCharacters.isEmpty();
   const unsigned quote = rules.quoteUnit;
   char16_t* const firstUnit = call.into.room(kLineLimit);
   char16_t* unit = firstUnit;
@@ -306,18 +336,18 @@ bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
     if (first < 0xE0) {
       if (first < 0xC2 || !isContinuation(at[1])) break;
       character = (first & 0x1F) << 6 | (at[1] & 0x3Fu);
-      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      if (rules.replaceCharacters.affects(character)) break;
       at += 2;
     } else if (first < 0xF0) {
       character = (first & 0x0F) << 12 | (at[1] & 0x3Fu) << 6 | (at[2] & 0x3Fu);
       // Valid are two continuations, and neither what fits in fewer bytes nor a surrogate.
       if (!isContinuation(at[1]) || !isContinuation(at[2]) || character < 0x800 || (character & 0xF800) == 0xD800) break;
-      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      if (rules.replaceCharacters.affects(character)) break;
       at += 3;
     } else {
       if (!isValidUtf8(at, 4)) break;
       character = decodedUtf8(at, 4);
-      if (hasTable && rules.replaceCharacters.affects(character)) break;
+      if (rules.replaceCharacters.affects(character)) break;
       at += 4;
       *unit++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
       character = 0xDC00 + (character & 0x3FF);

@@ -48,6 +48,7 @@ struct LineRules {
   bool plainNotAscii = false;          // a character that is not ASCII can neither be the quote nor end a line
   std::uint8_t stops[128] = {};        // 1: an ASCII character that only the step by step rule may handle
   bool hasStops = false;
+  bool decodesRuns = false;            // UTF-8 of which no character but the quote needs a look
   bool hasPlainHighBytes = false;      // a single-byte encoding whose bytes above 7F need not be looked at one by one
   bool highByteStops[128] = {};        // but for these, by the byte less 80
 };
@@ -74,10 +75,14 @@ class FieldsAndLinesParser {
 
  private:
   struct Call;
+  struct Stretch;
   enum class Step { GoOn, LineEnded, Failed, EndOfFile };
 
   bool refill(int descriptor, int& result);
   Step readStretch(Call& call);
+  static Stretch lookAt(const Call& call, const unsigned char* from, std::size_t wanted, std::uint64_t& high,
+                        char16_t* units);
+  static bool endsInSeparator(Call& call);
   bool readPlainCharacters(Call& call);
   Step readCharacter(Call& call);
   Step readSingleByteCharacter(Call& call);

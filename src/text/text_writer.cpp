@@ -184,6 +184,12 @@ TextWriter::TextWriter(int descriptor, std::int64_t encoding, std::u16string_vie
       asciiIsItself_(encodeTable_ || encoding_ == Encoding::Utf8) {
   // The bytes of a converted text end at its first NUL.
   if (replacementBytes_) replacementBytes_->resize(std::min(replacementBytes_->find('\0'), replacementBytes_->size()));
+  if (!encodeTable_) return;
+  byteOrReplacement_.assign(encodeTable_, encodeTable_ + 0x10000);
+  if (!replacementBytes_ || replacementBytes_->size() != 1) return;
+  // One byte for another; U+0000 stays without one.
+  std::replace(byteOrReplacement_.begin() + 1, byteOrReplacement_.end(), std::uint8_t{0},
+               static_cast<std::uint8_t>((*replacementBytes_)[0]));
 }
 
 enum class TextWriter::Units { Utf8, Table, Unknown };
@@ -213,45 +219,78 @@ char* TextWriter::putUnit(char16_t unit, char* to) const {
   }
 }
 
-// In one walk: blocks of ASCII, single units that are inert, and sequences, which begin with the inert unit before
-// the first one that is not.
+// Writes units from the start of the text that are sequences by themselves, eight at a time.
+template <TextWriter::Units units>
+EncodedRun TextWriter::putRun(std::u16string_view text, char* to) const {
+  if constexpr (units == Units::Utf8) return encodeUtf8Run(text, to);
+  constexpr std::size_t kBlock = 8;
+  EncodedRun run;
+  for (; text.size() - run.units >= kBlock && standAlone8(text.data() + run.units); run.units += kBlock) {
+    std::size_t known = 0;
+    for (std::size_t i = 0; i < kBlock; ++i) {
+      const std::uint8_t byte = byteOrReplacement_[text[run.units + i]];
+      to[run.units + i] = static_cast<char>(byte);
+      known += byte != 0;
+    }
+    if (known != kBlock) break;
+  }
+  run.bytes = run.units;
+  return run;
+}
+
+// The same for less than eight units, filled up with ones of one byte.
+template <TextWriter::Units units>
+EncodedRun TextWriter::putFew(std::u16string_view text, char* to) const {
+  char16_t eight[8] = {u'a', u'a', u'a', u'a', u'a', u'a', u'a', u'a'};
+  for (std::size_t i = 0; i < text.size(); ++i) eight[i] = text[i];
+  EncodedRun run = putRun<units>({eight, 8}, to);
+  if (run.units == 0) return run;
+  run.bytes -= 8 - text.size();
+  run.units = text.size();
+  return run;
+}
+
+// In one walk: runs of units that stand alone, single units that are inert, and sequences, which begin with the inert
+// unit before the first one that is not.
 template <TextWriter::Units units>
 void TextWriter::writeUnits(std::u16string_view text) {
-  constexpr std::size_t kBlock = 8;
+  constexpr std::size_t kFewUnits = 8;
   constexpr std::size_t kMostBytes = units == Units::Utf8 ? 3 : kShortReplacement;  // of a unit
   std::size_t at = 0;
   while (at < text.size()) {
     std::size_t limit = std::min(text.size(), at + kPieceUnits);
-    while (limit < text.size() && !isInertUnit(text[limit])) ++limit;  // nothing behind it joins what is before it
-    char* const start = out_.room((limit - at) * kMostBytes + kBlock);
+    while (limit < text.size() && !inert_.contains(text[limit])) ++limit;  // nothing behind it joins what is before it
+    char* const start = out_.room((limit - at) * kMostBytes + kRunSlack);
     char* to = start;
-    char* lastUnit = nullptr;  // where the bytes of the unit before begin, if it is a sequence so far
+    bool hasLast = false;       // the unit before is a sequence so far
+    std::size_t lastBytes = 0;  // and took so many bytes
     std::int64_t count = 0;
     bool atSequence = false;
     while (at < limit && !atSequence) {
-      if (units != Units::Unknown && limit - at >= kBlock) {
-        Narrowing narrowing;
-        narrowing.take8(text.data() + at, to);
-        if (narrowing.result().ascii) {
-          to += kBlock;
-          lastUnit = to - 1;
-          count += kBlock;
-          at += kBlock;
-          continue;
+      if (units != Units::Unknown) {
+        const std::u16string_view rest = text.substr(at, limit - at);
+        const EncodedRun run = rest.size() < kFewUnits ? putFew<units>(rest, to) : putRun<units>(rest, to);
+        if (run.units > 0) {
+          to += run.bytes;
+          at += run.units;
+          count += static_cast<std::int64_t>(run.units);
+          lastBytes = units == Units::Utf8 ? utf8Length(text[at - 1]) : 1;
+          hasLast = true;
         }
       }
-      // Eight units, or what is left, one by one before the next look for ASCII.
-      for (const std::size_t end = std::min(limit, at + kBlock); at < end; ++at, ++count) {
+      for (const std::size_t end = std::min(limit, at + kFewUnits); at < end; ++at, ++count) {
         if (units == Units::Unknown || !inert_.contains(text[at])) {
           atSequence = true;
           break;
         }
-        lastUnit = to;
-        to = putUnit<units>(text[at], to);
+        char* const next = putUnit<units>(text[at], to);
+        lastBytes = static_cast<std::size_t>(next - to);
+        hasLast = true;
+        to = next;
       }
     }
-    if (atSequence && lastUnit) {
-      to = lastUnit;
+    if (atSequence && hasLast) {
+      to -= lastBytes;
       --count;
       --at;
     }
@@ -308,22 +347,38 @@ bool TextWriter::standApart(std::span<const std::u16string_view> cells, std::u16
 
 bool TextWriter::writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
                                  std::size_t quotedCount) {
-  bool wrote = false;
+  const std::int64_t before = charactersEncoded_;
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) putAscii(static_cast<char>(separator[0]));
     const bool quoted = i < quotedCount;
-    wrote |= i > 0 || quoted || !cells[i].empty();
     if (quoted) putAscii('"');
-    if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
-      joined_.clear();
-      appendDoublingQuotes(cells[i], joined_);
-      write(joined_.view());
-    } else {
-      write(cells[i]);
+    if (!writeAsciiCell(cells[i], quoted)) {
+      if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
+        joined_.clear();
+        appendDoublingQuotes(cells[i], joined_);
+        write(joined_.view());
+      } else {
+        write(cells[i]);
+      }
     }
     if (quoted) putAscii('"');
   }
-  return wrote;
+  return charactersEncoded_ > before || cells.size() > 1 || !cells[0].empty();
+}
+
+// False, and nothing written, if the cell has anything but ASCII.
+bool TextWriter::writeAsciiCell(std::u16string_view cell, bool doublesQuotes) {
+  if (cell.size() > OutputBuffer::kBlockSize / 2) return false;
+  char* const start = out_.room(cell.size() * 2);
+  Narrowing narrowing;
+  narrow(cell, start, narrowing);
+  const Narrowed found = narrowing.result();
+  if (!found.ascii) return false;
+  std::size_t bytes = cell.size();
+  if (doublesQuotes && found.hasQuote) bytes = static_cast<std::size_t>(writeDoublingQuotes(cell, start) - start);
+  out_.extend(bytes);
+  charactersEncoded_ += static_cast<std::int64_t>(bytes);
+  return true;
 }
 
 void TextWriter::putAscii(char character) {

@@ -10,10 +10,12 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/code_pages.h"
 #include "platform/composed_sequences.h"
 #include "platform/text_buffer.h"
+#include "platform/utf8_runs.h"
 
 namespace quillet {
 
@@ -67,11 +69,16 @@ class TextWriter {
   bool standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const;
   bool writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
                        std::size_t quotedCount);
+  bool writeAsciiCell(std::u16string_view cell, bool doublesQuotes);
   void putAscii(char character);
   template <TextWriter::Units units>
   void writeUnits(std::u16string_view text);
   template <TextWriter::Units units>
   char* putUnit(char16_t unit, char* to) const;
+  template <TextWriter::Units units>
+  EncodedRun putRun(std::u16string_view text, char* to) const;
+  template <TextWriter::Units units>
+  EncodedRun putFew(std::u16string_view text, char* to) const;
   void writeSequence(std::u16string_view sequence);
   void writeReplacement();
 
@@ -81,7 +88,8 @@ class TextWriter {
   std::u16string replacement_;
   std::optional<std::string> replacementBytes_;
   const std::uint8_t* encodeTable_;  // null unless single units are looked up
-  bool asciiIsItself_;               // the encoding is one of the four
+  std::vector<std::uint8_t> byteOrReplacement_;  // the same with a replacement of one byte filled in
+  bool asciiIsItself_;                           // the encoding is one of the four
   std::string sequenceBytes_;
   TextBuffer joined_;
   std::int64_t charactersEncoded_ = 0;

@@ -2,51 +2,60 @@
 
 #include <gtest/gtest.h>
 
+#include "engine/job_fixture.h"
+
 namespace quillet {
 namespace {
 
 InputFiles::Entry entry(const std::string& path) {
-  auto file = std::make_shared<InputFile>();
-  file->filePath = path;
-  return file;
+  InputFile file;
+  file.filePath = path;
+  return std::make_shared<InputFile>(file);
 }
 
-std::vector<std::string> paths(const InputFiles& files) {
-  std::vector<std::string> result;
-  for (const auto& file : files.all()) result.push_back(file->filePath);
-  return result;
+std::string pathsOf(const InputFiles& files) {
+  std::string paths;
+  for (const auto& one : files.all()) paths += one->filePath;
+  return paths;
 }
 
-TEST(InputFiles, InsertsAsABlockAndBehindTheEndAtTheEnd) {
+TEST(InputFiles, AreAListThatIsEdited) {
   InputFiles files;
-  files.insert(5, {entry("a"), entry("b")});
-  files.insert(1, {entry("c"), entry("d")});
-  EXPECT_EQ(paths(files), (std::vector<std::string>{"a", "c", "d", "b"}));
+  EXPECT_EQ(files.count(), 0u);
+  EXPECT_EQ(files.at(0), nullptr);
+  files.insert(0, {entry("a"), entry("b")});
+  files.insert(1, {entry("c")});
+  files.insert(99, {entry("d")});
+  EXPECT_EQ(pathsOf(files), "acbd");
+  files.replace(3, entry("e"));
+  files.replace(4, entry("f"));
+  EXPECT_EQ(pathsOf(files), "acbe");
   EXPECT_EQ(files.at(1)->filePath, "c");
   EXPECT_EQ(files.at(4), nullptr);
+  files.setAll({entry("z")});
+  EXPECT_EQ(pathsOf(files), "z");
 }
 
-TEST(InputFiles, AnEntryInHandIsNotChangedByAnEdit) {
+TEST(InputFiles, ReplaceAnEntryThatChanges) {
   InputFiles files;
-  files.insert(0, {entry("a")});
-  const auto inHand = files.at(0);
-  EXPECT_TRUE(files.setOperations(0, {{{"Code", std::int64_t{101}}}}));
-  EXPECT_FALSE(inHand->operations);
-  EXPECT_EQ(files.at(0)->operations->size(), 1u);
+  files.setAll({entry("a")});
+  const auto before = files.at(0);
+  EXPECT_TRUE(files.setOperations(0, {testing::record(OpInitial)}));
   EXPECT_FALSE(files.setOperations(1, {}));
+  EXPECT_FALSE(before->operations.has_value());
+  ASSERT_TRUE(files.at(0)->operations.has_value());
+  EXPECT_EQ(files.at(0)->operations->size(), 1u);
+  files.setExpectedColumnsInLine(0, "a", {{0, u"x"}});
+  EXPECT_EQ(files.at(0)->expectedColumnsInLine, (std::vector<ColumnEntry>{{0, u"x"}}));
+  EXPECT_EQ(files.at(0)->operations->size(), 1u);  // what was edited meanwhile stays
 }
 
-TEST(InputFiles, ColumnsGoToTheFileThatTheyAreOf) {
+TEST(InputFiles, TakeColumnsOnlyForTheFileThatTheyAreOf) {
   InputFiles files;
-  files.insert(0, {entry("a")});
-  files.setOperations(0, {{{"Code", std::int64_t{101}}}});
-  files.setExpectedColumnsInLine(0, "a", {{0, u"x"}});
-  EXPECT_EQ(files.at(0)->expectedColumnsInLine->size(), 1u);
-  EXPECT_EQ(files.at(0)->operations->size(), 1u) << "an edit made meanwhile stays";
-  files.replace(0, entry("b"));
-  files.setExpectedColumnsInLine(0, "a", {{0, u"x"}});
+  files.setAll({entry("a")});
+  files.setExpectedColumnsInLine(0, "b", {{0, u"x"}});
   files.setExpectedColumnsInLine(1, "a", {{0, u"x"}});
-  EXPECT_FALSE(files.at(0)->expectedColumnsInLine);
+  EXPECT_FALSE(files.at(0)->expectedColumnsInLine.has_value());
 }
 
 }  // namespace
