@@ -52,6 +52,17 @@ struct FilePass::Stages {
                     [&pass] { return pass.surroundings_.run ? pass.surroundings_.run->temporaryFolder.path() : "/nowhere"; }) {}
 };
 
+namespace {
+
+// A pipe that nobody writes to reads as empty and does not hold the program; reading from one with a writer waits.
+int openForReading(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor >= 0) fcntl(descriptor, F_SETFL, 0);
+  return descriptor;
+}
+
+}  // namespace
+
 FilePass::FilePass(const InputFile& file, const PassSurroundings& surroundings)
     : file_(file),
       surroundings_(surroundings),
@@ -66,7 +77,7 @@ void FilePass::logError(std::u16string_view key, int reason) const {
 FileCounts FilePass::run() {
   surroundings_.preview.stores().setInputLineSeparator(settings_.inputLineSeparator);
   if (surroundings_.state.stopJob) return counts_;
-  descriptor_ = open(file_.filePath.c_str(), O_RDONLY | O_CLOEXEC);
+  descriptor_ = openForReading(file_.filePath);
   if (descriptor_ < 0) {
     logError(u"Could not open \"%@\" for reading [errno %d]", errno);
     return counts_;
