@@ -9,6 +9,7 @@
 #include <iterator>
 #include <memory>
 #include <optional>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -47,8 +48,10 @@ class Home final : public Folders {
  public:
   Home() {
     const char* parent = isFolder("/dev/shm") ? "/dev/shm" : std::getenv("TMPDIR");
-    path_ = std::string(parent ? parent : "/tmp") + "/quillet-fuzz-XXXXXX";
-    require(mkdtemp(path_.data()) != nullptr, "a folder for the jobs can be made");
+    const std::string start = std::string(parent ? parent : "/tmp") + "/quillet-fuzz-";
+    removeFoldersOfTheDead(start);
+    path_ = start + std::to_string(getpid());
+    require(mkdir(path_.c_str(), 0700) == 0, "a folder for the jobs can be made");
   }
   ~Home() override {
     std::error_code ignored;
@@ -75,6 +78,19 @@ class Home final : public Folders {
   }
 
  private:
+  // A target that finds something ends without cleaning up. The next one does it.
+  static void removeFoldersOfTheDead(const std::string& start) {
+    const std::filesystem::path folder = std::filesystem::path(start).parent_path();
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, ignored)) {
+      const std::string path = entry.path();
+      if (!path.starts_with(start)) continue;
+      const int process = std::atoi(path.c_str() + start.size());
+      if (process > 0 && (process == getpid() || kill(process, 0) != 0))
+        std::filesystem::remove_all(entry.path(), ignored);
+    }
+  }
+
   std::string makeFolder(const std::string& name) const {
     makeFolders(path(name));
     return path(name);

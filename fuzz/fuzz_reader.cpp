@@ -14,7 +14,8 @@ namespace quillet::fuzz {
 namespace {
 
 constexpr std::int64_t kEncodings[] = {4, 12, 30, 1, 99};
-constexpr std::size_t kMostFileBytes = 49'152;
+constexpr std::size_t kMostFileBytes = 24'576;  // beyond the limit of a line
+constexpr std::size_t kMostBytesOneByOne = 1'024;
 
 struct ReadCall {
   ReadResult result;
@@ -104,6 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto calls = allCalls(file, rules, FieldsAndLinesParser::kLargeReadSize);
   requireCountsThatAddUp(calls, bytes.size());
   require(calls == allCalls(file, rules, 7), "blocks of 7 bytes give the same lines");
-  require(calls == allCalls(file, rules, 1), "blocks of 1 byte give the same lines");
+  if (bytes.size() <= kMostBytesOneByOne)
+    require(calls == allCalls(file, rules, 1), "blocks of 1 byte give the same lines");
   return 0;
 }

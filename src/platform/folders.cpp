@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
 #include <pwd.h>
+#include <set>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -132,14 +137,85 @@ std::string UserFolders::defaultsFile() const {
   return configFolder ? appendPathComponent(*configFolder, "quillet/defaults.json") : "";
 }
 
+namespace {
+
+constexpr std::string_view kTemporaryFolderPrefix = "quillet-";
+
+// The paths of the folders in use by this process.
+class LivingFolders {
+ public:
+  void add(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    paths_.insert(path);
+  }
+  void remove(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    paths_.erase(path);
+  }
+  std::set<std::string> all() {
+    const std::lock_guard lock(mutex_);
+    return paths_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::string> paths_;
+};
+
+LivingFolders& livingFolders() {
+  static LivingFolders& living = *new LivingFolders;  // job threads may outlive the end of main()
+  return living;
+}
+
+// A descriptor that holds the folder's lock; -1 if another has it.
+int lockedFolder(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+  if (descriptor < 0) return -1;
+  if (flock(descriptor, LOCK_EX | LOCK_NB) == 0) return descriptor;
+  close(descriptor);
+  return -1;
+}
+
+// What a process left that was killed: a folder of ours that nobody holds the lock of, and that is not just being
+// made.
+void removeAbandonedFolders(const std::string& parent) {
+  constexpr auto kSurelyMade = std::chrono::minutes(10);
+  std::error_code error;
+  const auto now = std::filesystem::file_time_type::clock::now();
+  for (const auto& entry : std::filesystem::directory_iterator(parent, error)) {
+    const std::string name = entry.path().filename().string();
+    if (!name.starts_with(kTemporaryFolderPrefix) || name.size() != kTemporaryFolderPrefix.size() + 6) continue;
+    struct stat status;
+    if (lstat(entry.path().c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != geteuid()) continue;
+    if (now - entry.last_write_time(error) < kSurelyMade || error) continue;
+    const int lock = lockedFolder(entry.path().string());
+    if (lock < 0) continue;
+    std::filesystem::remove_all(entry.path(), error);
+    close(lock);
+  }
+}
+
+}  // namespace
+
+void PrivateTemporaryFolder::removeAll() {
+  std::error_code error;
+  for (const auto& path : livingFolders().all()) std::filesystem::remove_all(path, error);
+}
+
 PrivateTemporaryFolder::PrivateTemporaryFolder(const std::string& parent) {
   if (!makeFolders(parent)) return;
-  std::string name = appendPathComponent(parent, "quillet-XXXXXX");
-  if (::mkdtemp(name.data())) path_ = name;  // of mode 0700
+  removeAbandonedFolders(parent);
+  std::string name = appendPathComponent(parent, std::string(kTemporaryFolderPrefix) + "XXXXXX");
+  if (!::mkdtemp(name.data())) return;  // of mode 0700
+  path_ = name;
+  lock_ = lockedFolder(path_);
+  livingFolders().add(path_);
 }
 
 PrivateTemporaryFolder::~PrivateTemporaryFolder() {
   if (path_.empty()) return;
+  livingFolders().remove(path_);
+  if (lock_ >= 0) close(lock_);
   std::error_code error;
   std::filesystem::remove_all(path_, error);  // removes a symbolic link, never what it leads to
   if (error) {

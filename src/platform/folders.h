@@ -30,7 +30,7 @@ class UserFolders final : public Folders {
 };
 
 // A folder of mode 0700 with a name that no other run has, removed with its content's leftovers by the
-// destructor. path() is empty if it could not be made.
+// destructor; what a killed process left behind in the parent is removed too. path() is empty if it could not be made.
 class PrivateTemporaryFolder {
  public:
   explicit PrivateTemporaryFolder(const std::string& parent);  // parent is made when missing
@@ -39,8 +39,12 @@ class PrivateTemporaryFolder {
   PrivateTemporaryFolder& operator=(const PrivateTemporaryFolder&) = delete;
   const std::string& path() const { return path_; }
 
+  // Removes the folders of all living objects, for a process that is about to end while they are in use.
+  static void removeAll();
+
  private:
   std::string path_;
+  int lock_ = -1;  // held as long as the folder is in use, so that others know
 };
 
 std::string lastPathComponent(std::string_view path);  // "" of "/"

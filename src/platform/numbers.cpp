@@ -157,7 +157,7 @@ void appendFixed(double value, std::int64_t digits, std::u16string& out) {
   // A double has at most 309 digits in front of the point and 1074 behind it; all further ones are 0.
   constexpr std::int64_t kMostDigits = 1074;
   char buffer[1 + 309 + 1 + kMostDigits];
-  const std::int64_t wanted = std::max<std::int64_t>(digits, 0);
+  const std::int64_t wanted = std::clamp<std::int64_t>(digits, 0, kMostFixedDigits);
   const int exactDigits = static_cast<int>(std::min(wanted, kMostDigits));
   const auto result =
       std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, exactDigits);

@@ -20,8 +20,11 @@ float floatValue(std::u16string_view text);  // rounded to 32 bits
 // Appends a plain decimal number.
 void appendInteger(std::int64_t value, std::u16string& out);
 
+// More digits than any number needs; a count beyond it would only exhaust the memory.
+inline constexpr std::int64_t kMostFixedDigits = 16'384;
+
 // Appends the value with this many digits behind ".", the exact value rounded half to even; digits below 0
-// count as 0. "inf", "-inf" and "nan" as C prints them.
+// count as 0, more than kMostFixedDigits as that. "inf", "-inf" and "nan" as C prints them.
 void appendFixed(double value, std::int64_t digits, std::u16string& out);
 
 }  // namespace quillet

@@ -77,6 +77,11 @@ ReplacementTable::ReplacementTable(std::vector<Pair> pairs, std::u16string_view 
     }
   }
   std::sort(affectedAbove_.begin(), affectedAbove_.end());
+  // A long table is walked once a character, not once an occurrence.
+  for (const auto& [key, replacement] : pairs_) {
+    const auto* text = std::get_if<std::u16string>(&key);
+    if (text && !text->empty() && !known_.contains(*text)) known_.emplace(*text, walked(*text));
+  }
 }
 
 bool ReplacementTable::affects(char32_t character) const {
@@ -86,7 +91,15 @@ bool ReplacementTable::affects(char32_t character) const {
 }
 
 std::u16string_view ReplacementTable::replaced(std::u16string_view character) const {
-  if (pairs_.empty() || character.empty()) return character;
+  if (pairs_.empty() || character.empty() || !affects(codePointAt(character, 0))) return character;
+  if (pairs_.size() > 1) {
+    if (const auto found = known_.find(character); found != known_.end()) return found->second;
+  }
+  return walked(character);
+}
+
+// The rule: pair by pair.
+std::u16string_view ReplacementTable::walked(std::u16string_view character) const {
   const char16_t firstUnit = character[0];
   std::u16string_view current = character;
   for (const auto& [key, replacement] : pairs_) {

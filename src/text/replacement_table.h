@@ -4,6 +4,8 @@
 
 #include <bitset>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -32,10 +34,13 @@ class ReplacementTable {
   std::u16string_view replaced(std::u16string_view character) const;
 
  private:
+  std::u16string_view walked(std::u16string_view character) const;
+
   std::vector<Pair> pairs_;
   std::u16string protected_[3];
   std::bitset<256> affectsLow_;
   std::vector<char32_t> affectedAbove_;  // ascending
+  std::map<std::u16string, std::u16string, std::less<>> known_;  // results for the characters that are keys
   bool affectsUncommon_ = false;
 };
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "drive/drive.h"
+#include "platform/folders.h"
 
 namespace {
 
@@ -75,7 +76,10 @@ int main(int count, char** words) {
   std::ios::sync_with_stdio(false);
   Drive drive(root, commandLine.documents);
   serve(drive);
-  // The end does not wait for a run, and takes nothing from under it.
-  if (drive.isRunGoingOn()) std::_Exit(EXIT_SUCCESS);
+  // The end does not wait for a run, and destroys nothing that it uses.
+  if (drive.isRunGoingOn()) {
+    quillet::PrivateTemporaryFolder::removeAll();
+    std::_Exit(EXIT_SUCCESS);
+  }
   return EXIT_SUCCESS;
 }

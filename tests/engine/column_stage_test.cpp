@@ -138,6 +138,7 @@ TEST(ColumnStage, JoinsColumns) {
   EXPECT_EQ(columns({join(u"3 + 1 + 3")}, u"a,b,c"), u"c-a-c");
   EXPECT_EQ(columns({join(u"1 + 9 + 2")}, u"a,b"), u"a-b");
   EXPECT_EQ(columns({join(u"1 + x")}, u"a,b"), u"a");
+  EXPECT_EQ(columns({join(u"-9223372036854775808 + 2 + 9223372036854775807")}, u"a,b"), u"b");
   EXPECT_EQ(columns({join(u"1 + 2", u"")}, u"a,b"), u"ab");
   EXPECT_EQ(columns({join(u"1 + 2")}, u","), u"-");
   EXPECT_EQ(columns({rearrange(u"2, 1"), join(u"1")}, u"a,b"), u"a");               // wins over a new order

@@ -187,6 +187,11 @@ TEST(Numbers, FixedPrintsThousandsOfDigits) {
   EXPECT_EQ(smallest.substr(2 + 1070), u"5625000000");
 }
 
+TEST(Numbers, FixedPrintsABoundedNumberOfDigits) {
+  for (const std::int64_t digits : {kMostFixedDigits, kMostFixedDigits + 1, std::numeric_limits<std::int64_t>::max()})
+    EXPECT_EQ(fixed(0.5, digits).size(), 2u + kMostFixedDigits) << digits;
+}
+
 TEST(Numbers, RandomValuesPrintAsTheCLibraryPrintsThem) {
   testing::RandomSource random;
   for (std::uint64_t round = testing::rounds(5000); round > 0; --round) {
