@@ -26,9 +26,9 @@ class RunsSideBySide : public Scenario {
   }
   // Starts a run whose first file is a pipe, and returns when it waits for what comes out of that.
   void startRunThatWaitsFor(const std::string& pipe) {
-    startRun();
-    pipe_ = open(path(pipe).c_str(), O_WRONLY);
+    pipe_ = open(path(pipe).c_str(), O_RDWR);  // waits for nobody, and is there before the run looks
     EXPECT_GE(pipe_, 0);
+    startRun();
   }
   void release() {
     EXPECT_EQ(::write(pipe_, "a\n", 2), 2);
