@@ -29,6 +29,8 @@ class RunsSideBySide : public Scenario {
     pipe_ = open(path(pipe).c_str(), O_RDWR);  // waits for nobody, and is there before the run looks
     EXPECT_GE(pipe_, 0);
     startRun();
+    const std::string processing = "Processing \"" + path(pipe) + "\"";
+    while (done("log")["entries"].dump().find(json(processing).dump()) == std::string::npos) std::this_thread::yield();
   }
   void release() {
     EXPECT_EQ(::write(pipe_, "a\n", 2), 2);
