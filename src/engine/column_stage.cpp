@@ -23,7 +23,8 @@ std::vector<std::vector<std::int64_t>> groupsFromText(std::u16string_view text) 
   if (text.empty()) return groups;
   for (const auto token : componentsSeparatedByString(text, u",")) {
     auto& group = groups.emplace_back();
-    for (const auto part : componentsSeparatedByString(token, u"+")) group.push_back(integerValue(part) - 1);
+    for (const auto part : componentsSeparatedByString(token, u"+"))
+      group.push_back(std::max<std::int64_t>(0, integerValue(part)) - 1);
   }
   return groups;
 }

@@ -52,6 +52,21 @@ struct FilePass::Stages {
                     [&pass] { return pass.surroundings_.run ? pass.surroundings_.run->temporaryFolder.path() : "/nowhere"; }) {}
 };
 
+namespace {
+
+// Opening a pipe must not wait for somebody who writes to it; reading waits as ever.
+int openForReading(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor >= 0) fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+  return descriptor;
+}
+
+}  // namespace
+
+FilePass::~FilePass() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
 FilePass::FilePass(const InputFile& file, const PassSurroundings& surroundings)
     : file_(file),
       surroundings_(surroundings),
@@ -66,7 +81,7 @@ void FilePass::logError(std::u16string_view key, int reason) const {
 FileCounts FilePass::run() {
   surroundings_.preview.stores().setInputLineSeparator(settings_.inputLineSeparator);
   if (surroundings_.state.stopJob) return counts_;
-  descriptor_ = open(file_.filePath.c_str(), O_RDONLY | O_CLOEXEC);
+  descriptor_ = openForReading(file_.filePath);
   if (descriptor_ < 0) {
     logError(u"Could not open \"%@\" for reading [errno %d]", errno);
     return counts_;
@@ -87,6 +102,7 @@ void FilePass::processOpenFile() {
   rewindInput();
   processLines(writer ? &*writer : nullptr);
   close(descriptor_);
+  descriptor_ = -1;
   if (!output_) return;
   output_->closeTemporaryFile();
   output_->finish(surroundings_.run->outputFolder, surroundings_.run->outputOpened);

@@ -1,5 +1,6 @@
 // The list of input files. The main thread edits it, job threads read it live and store the columns that they
-// found. Safe from any thread: an entry is an unchanging value, and who changes one stores another in its place.
+// found. Safe from any thread: an entry is an unchanging value, and who changes one stores another in its
+// place.
 #pragma once
 
 #include <cstddef>
@@ -25,9 +26,10 @@ class InputFiles {
   void replace(std::size_t index, Entry entry);                       // nothing beyond the end
   bool setOperations(std::size_t index, OperationList operations);    // false beyond the end
 
-  // Stores the columns in the entry at the index, as it is now, if it still is the file of this path: the list may
-  // have been edited since the pass began.
-  void setExpectedColumnsInLine(std::size_t index, const std::string& filePath, std::vector<ColumnEntry> columns);
+  // Stores the columns in the entry at the index, as it is now, if it still is the file of this path: the
+  // list may have been edited since the pass began.
+  void setExpectedColumnsInLine(std::size_t index, const std::string& filePath,
+                                std::vector<ColumnEntry> columns);
 
  private:
   mutable std::mutex mutex_;

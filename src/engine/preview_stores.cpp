@@ -44,7 +44,8 @@ void PreviewStores::growFirstRow(Side side, Row row, const std::u16string* moreI
   if (rows.front().empty() || !moreInput) return;
   std::u16string head = rows.front().front();
   if (head.size() >= kTextUnits) return;
-  std::size_t remaining = kTextUnits - head.size();  // a count of sequences, though the head is counted in units
+  std::size_t remaining =
+      kTextUnits - head.size();  // a count of sequences, though the head is counted in units
   for (std::size_t at = 0; at < moreInput->size() && remaining > 0; --remaining) {
     const std::size_t end = composedSequenceEnd(*moreInput, at);
     head.append(*moreInput, at, end - at);

@@ -1,5 +1,5 @@
-// The first lines of a file before and after its operations, as the preview shows them. Filled by every pass over
-// a file, of a preview and of a run. Safe from any thread.
+// The first lines of a file before and after its operations, as the preview shows them. Filled by every pass
+// over a file, of a preview and of a run. Safe from any thread.
 #pragma once
 
 #include <cstdint>
@@ -41,11 +41,13 @@ class PreviewStores {
 
   // What a table asks.
   std::size_t rowCount(Side side) const;
-  std::size_t longestRow(Side side) const;                                // in cells; 0 without rows
-  Rows rows(Side side, std::size_t first, std::size_t mostRows) const;    // a copy of those that there are
+  std::size_t longestRow(Side side) const;                              // in cells; 0 without rows
+  Rows rows(Side side, std::size_t first, std::size_t mostRows) const;  // a copy of those that there are
 
  private:
-  const Rows& rowsOf(Side side) const { return side == Side::Input ? content_.inputRows : content_.outputRows; }
+  const Rows& rowsOf(Side side) const {
+    return side == Side::Input ? content_.inputRows : content_.outputRows;
+  }
 
   mutable std::mutex mutex_;
   Content content_;

@@ -247,6 +247,8 @@ class FastFormatter {
 }  // namespace
 
 struct DateReader::State {
+  explicit State(DateTables tablesOfReader) : tables(std::move(tablesOfReader)) {}
+
   DateTables tables;
   Ladder dates{kDateSettings};
   Ladder times{kTimeSettings};

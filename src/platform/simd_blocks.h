@@ -28,6 +28,9 @@ constexpr std::uint64_t prefixParity(std::uint64_t bits) {
   return bits;
 }
 
+// Whether the number of set bits is odd.
+inline bool isOdd(std::uint64_t bits) { return __builtin_parityll(bits) != 0; }
+
 #if defined(__SSE2__)
 
 inline __m128i load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }

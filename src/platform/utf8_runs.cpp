@@ -96,6 +96,7 @@ EncodedRun encodeOneByOne(std::u16string_view text, char* to) {
 }
 
 #if defined(__x86_64__)
+#define QUILLET_SHUFFLES __attribute__((target("ssse3,popcnt")))
 
 constexpr std::uint8_t kNothing = 0x80;  // in a shuffle: a zero byte
 
@@ -176,7 +177,7 @@ struct ByteKinds {
   std::uint64_t usable;  // the lowest bits: whole, valid characters of at most 3 bytes
 };
 
-__attribute__((target("ssse3"))) std::uint64_t atLeast(const __m128i (&parts)[4], unsigned char byte) {
+QUILLET_SHUFFLES std::uint64_t atLeast(const __m128i (&parts)[4], unsigned char byte) {
   // Unsigned: the larger of both is the byte itself.
   const __m128i limit = _mm_set1_epi8(static_cast<char>(byte));
   int masks[4];
@@ -184,7 +185,7 @@ __attribute__((target("ssse3"))) std::uint64_t atLeast(const __m128i (&parts)[4]
   return simd::joinMasks(masks[0], masks[1], masks[2], masks[3]);
 }
 
-__attribute__((target("ssse3"))) std::uint64_t equalTo(const __m128i (&parts)[4], unsigned char byte) {
+QUILLET_SHUFFLES std::uint64_t equalTo(const __m128i (&parts)[4], unsigned char byte) {
   const __m128i wanted = _mm_set1_epi8(static_cast<char>(byte));
   int masks[4];
   for (int i = 0; i < 4; ++i) masks[i] = _mm_movemask_epi8(_mm_cmpeq_epi8(parts[i], wanted));
@@ -192,7 +193,7 @@ __attribute__((target("ssse3"))) std::uint64_t equalTo(const __m128i (&parts)[4]
 }
 
 // count: of the bytes that may be used, 1 to 64.
-__attribute__((target("ssse3"))) ByteKinds kindsOf(const unsigned char* from, std::size_t count) {
+QUILLET_SHUFFLES ByteKinds kindsOf(const unsigned char* from, std::size_t count) {
   const __m128i parts[4] = {simd::load(from), simd::load(from + 16), simd::load(from + 32), simd::load(from + 48)};
   const std::uint64_t from80 = simd::joinMasks(_mm_movemask_epi8(parts[0]), _mm_movemask_epi8(parts[1]),
                                                _mm_movemask_epi8(parts[2]), _mm_movemask_epi8(parts[3]));
@@ -221,7 +222,7 @@ __attribute__((target("ssse3"))) ByteKinds kindsOf(const unsigned char* from, st
   return {continuations, simd::lowBits(usable)};
 }
 
-__attribute__((target("ssse3"))) void decodeStep(__m128i bytes, const DecodeTable& table,
+QUILLET_SHUFFLES void decodeStep(__m128i bytes, const DecodeTable& table,
                                                  const DecodeTable::Entry& entry, char16_t* to) {
   const __m128i lanes = _mm_shuffle_epi8(bytes, simd::load(table.shuffle(entry).from.data()));
   if (entry.characters == 6) {
@@ -239,7 +240,7 @@ __attribute__((target("ssse3"))) void decodeStep(__m128i bytes, const DecodeTabl
 }
 
 // One block of up to 64 bytes, as far as its characters have at most 3 bytes.
-__attribute__((target("ssse3"))) std::size_t decodeBlock(const unsigned char* from, std::size_t count, char16_t* to,
+QUILLET_SHUFFLES std::size_t decodeBlock(const unsigned char* from, std::size_t count, char16_t* to,
                                                          const DecodeTable& table, std::size_t& units) {
   const ByteKinds kinds = kindsOf(from, count);
   if (kinds.usable == 0) return 0;
@@ -267,7 +268,7 @@ __attribute__((target("ssse3"))) std::size_t decodeBlock(const unsigned char* fr
   }
 }
 
-DecodedRun decodeByShuffles(const unsigned char* from, std::size_t count, char16_t* to) {
+QUILLET_SHUFFLES DecodedRun decodeByShuffles(const unsigned char* from, std::size_t count, char16_t* to) {
   const DecodeTable& table = DecodeTable::instance();
   DecodedRun run;
   while (run.bytes < count) {
@@ -313,7 +314,7 @@ struct EncodeTables {
 };
 
 // Units that are all below 800.
-__attribute__((target("ssse3"))) std::size_t encodePairs(__m128i units, const EncodeTables& tables, char* to) {
+QUILLET_SHUFFLES std::size_t encodePairs(__m128i units, const EncodeTables& tables, char* to) {
   const __m128i isAscii = _mm_cmplt_epi16(units, _mm_set1_epi16(0x80));
   const __m128i first = _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0x00C0));
   const __m128i second = _mm_slli_epi16(_mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80)), 8);
@@ -325,7 +326,7 @@ __attribute__((target("ssse3"))) std::size_t encodePairs(__m128i units, const En
 }
 
 // Four units in lanes of 32 bits.
-__attribute__((target("ssse3"))) std::size_t encodeTriples(__m128i units, const EncodeTables& tables, char* to) {
+QUILLET_SHUFFLES std::size_t encodeTriples(__m128i units, const EncodeTables& tables, char* to) {
   const auto bits = [](int value) { return _mm_set1_epi32(value); };
   const __m128i low = _mm_or_si128(_mm_and_si128(units, bits(0x3F)), bits(0x80));
   const __m128i middle = _mm_and_si128(_mm_srli_epi32(units, 6), bits(0x3F));
@@ -346,7 +347,7 @@ __attribute__((target("ssse3"))) std::size_t encodeTriples(__m128i units, const 
   return tables.tripleBytes[index];
 }
 
-__attribute__((target("ssse3"))) EncodedRun encodeByShuffles(std::u16string_view text, char* to) {
+QUILLET_SHUFFLES EncodedRun encodeByShuffles(std::u16string_view text, char* to) {
   const EncodeTables& tables = EncodeTables::instance();
   const __m128i zero = _mm_setzero_si128();
   EncodedRun run;
@@ -373,7 +374,7 @@ __attribute__((target("ssse3"))) EncodedRun encodeByShuffles(std::u16string_view
 }
 
 bool hasByteShuffles() {
-  static const bool has = __builtin_cpu_supports("ssse3");
+  static const bool has = __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("popcnt");
   return has;
 }
 

@@ -11,9 +11,12 @@
 
 namespace quillet {
 
-void PreviewTable::fitAndReload() {
+void PreviewTable::fitAndReload(std::int64_t startPreviewFromLine) {
   columnCount_ = stores_.longestRow(side_) + 1;
   shownRowCount_ = std::min(stores_.rowCount(side_), kMostRows);
+  firstLineNumber_ = startPreviewFromLine;
+  const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
+  lines_ = stores_.rows(side_, firstRow, shownRowCount_);
 }
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {
@@ -23,14 +26,12 @@ std::vector<std::string> PreviewTable::columnIdentifiers() const {
   return result;
 }
 
-std::vector<std::vector<std::u16string>> PreviewTable::shownCells(std::int64_t startPreviewFromLine) const {
-  const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
-  PreviewStores::Rows lines = stores_.rows(side_, firstRow, shownRowCount_);
-  std::vector<std::vector<std::u16string>> result(shownRowCount_);
+PreviewStores::Rows PreviewTable::shownCells() const {
+  PreviewStores::Rows result(shownRowCount_);
   for (std::size_t row = 0; row < shownRowCount_; ++row) {
     auto& cells = result[row];
-    appendInteger(static_cast<std::int64_t>(row) + startPreviewFromLine, cells.emplace_back());
-    if (row < lines.size()) std::move(lines[row].begin(), lines[row].end(), std::back_inserter(cells));
+    appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, cells.emplace_back());
+    if (row < lines_.size()) cells.insert(cells.end(), lines_[row].begin(), lines_[row].end());
     cells.resize(columnCount_);
   }
   return result;
@@ -49,8 +50,8 @@ void PreviewPanel::updatePreviewPanel() {
     pathLabel_ = file->filePath;
   else
     pathLabel_ = selection_.rows().count() >= 2 ? toUtf8(localized(u"(Multiple)")) : "";
-  inputTable_.fitAndReload();
-  outputTable_.fitAndReload();
+  inputTable_.fitAndReload(startPreviewFromLine_);
+  outputTable_.fitAndReload(startPreviewFromLine_);
 }
 
 void PreviewPanel::updatePreviewArea() {

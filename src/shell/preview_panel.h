@@ -23,21 +23,22 @@ class PreviewTable {
   PreviewTable(const PreviewStores& stores, PreviewStores::Side side, std::string columnPrefix)
       : stores_(stores), side_(side), columnPrefix_(std::move(columnPrefix)) {}
 
-  void fitAndReload();
+  // Asks the store anew. startPreviewFromLine counts from 1.
+  void fitAndReload(std::int64_t startPreviewFromLine);
 
   std::vector<std::string> columnIdentifiers() const;
-  std::size_t shownRowCount() const { return shownRowCount_; }
-
-  // The shown rows, a text for every column; "" for a cell that the line does not have. startPreviewFromLine
-  // counts from 1.
-  std::vector<std::vector<std::u16string>> shownCells(std::int64_t startPreviewFromLine) const;
+  // The shown rows, a text for every column; "" for a cell that the line does not have.
+  PreviewStores::Rows shownCells() const;
 
  private:
   const PreviewStores& stores_;
   PreviewStores::Side side_;
   std::string columnPrefix_;
   std::size_t columnCount_ = 1;  // with the one of the line numbers
+  // As of the last reload, since a run may be filling the store meanwhile.
   std::size_t shownRowCount_ = 0;
+  std::int64_t firstLineNumber_ = 1;
+  PreviewStores::Rows lines_;
 };
 
 // Main thread only. All references outlive the panel.

@@ -271,7 +271,7 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
     call.into.extend(run.units);
     call.count(run.bytes, run.characters);
     inputBufferIndex_ += run.bytes;
-    if (std::popcount(stretch.quotes & simd::lowBits(run.bytes)) & 1) call.inQuotes = !call.inQuotes;
+    if (simd::isOdd(stretch.quotes & simd::lowBits(run.bytes))) call.inQuotes = !call.inQuotes;
     if (run.bytes < stretch.bytes) continue;  // the next character is cut by the block's end, or it is invalid
     if (stretch.atSeparator && endsInSeparator(call)) return Step::LineEnded;
     if (stretch.atStop) return Step::GoOn;
@@ -378,7 +378,7 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::finishAtEnd(Call& call, int res
 }
 
 FieldsAndLinesParser::Step FieldsAndLinesParser::readSingleByteCharacter(Call& call) {
-  unsigned char byte;
+  unsigned char byte = 0;
   if (const int result = readCharFrom(call.descriptor, byte); result != 1) return finishAtEnd(call, result);
   ++call.stats.bytesRead;
   const LineRules& rules = call.rules;

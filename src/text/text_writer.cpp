@@ -157,8 +157,8 @@ void logFailedWrite(const char* bytes, std::size_t count, int reason) {
 void OutputBuffer::flush() {
   for (std::size_t done = 0; done < size_;) {
     const ssize_t count = ::write(descriptor_, data_.get() + done, size_ - done);
-    if (count < 0) {
-      if (errno == EINTR) continue;
+    if (count <= 0) {
+      if (count < 0 && errno == EINTR) continue;
       logFailedWrite(data_.get() + done, size_ - done, errno);
       break;
     }
@@ -238,6 +238,18 @@ EncodedRun TextWriter::putRun(std::u16string_view text, char* to) const {
   return run;
 }
 
+// The same for less than eight units, filled up with ones of one byte.
+template <TextWriter::Units units>
+EncodedRun TextWriter::putFew(std::u16string_view text, char* to) const {
+  char16_t eight[8] = {u'a', u'a', u'a', u'a', u'a', u'a', u'a', u'a'};
+  for (std::size_t i = 0; i < text.size(); ++i) eight[i] = text[i];
+  EncodedRun run = putRun<units>({eight, 8}, to);
+  if (run.units == 0) return run;
+  run.bytes -= 8 - text.size();
+  run.units = text.size();
+  return run;
+}
+
 // In one walk: runs of units that stand alone, single units that are inert, and sequences, which begin with the inert
 // unit before the first one that is not.
 template <TextWriter::Units units>
@@ -255,8 +267,9 @@ void TextWriter::writeUnits(std::u16string_view text) {
     std::int64_t count = 0;
     bool atSequence = false;
     while (at < limit && !atSequence) {
-      if (limit - at >= kFewUnits && units != Units::Unknown) {
-        const EncodedRun run = putRun<units>(text.substr(at, limit - at), to);
+      if (units != Units::Unknown) {
+        const std::u16string_view rest = text.substr(at, limit - at);
+        const EncodedRun run = rest.size() < kFewUnits ? putFew<units>(rest, to) : putRun<units>(rest, to);
         if (run.units > 0) {
           to += run.bytes;
           at += run.units;
@@ -314,6 +327,7 @@ void TextWriter::writeReplacement() {
 
 bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
                              std::size_t quotedCount) {
+  if (cells.empty()) return false;
   if (asciiIsItself_) {
     if (writeJoinedAscii(cells, separator, quotedCount)) return true;
     if (cells.size() == 1 && quotedCount == 0) return write(cells[0]);
@@ -334,22 +348,38 @@ bool TextWriter::standApart(std::span<const std::u16string_view> cells, std::u16
 
 bool TextWriter::writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
                                  std::size_t quotedCount) {
-  bool wrote = false;
+  const std::int64_t before = charactersEncoded_;
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) putAscii(static_cast<char>(separator[0]));
     const bool quoted = i < quotedCount;
-    wrote |= i > 0 || quoted || !cells[i].empty();
     if (quoted) putAscii('"');
-    if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
-      joined_.clear();
-      appendDoublingQuotes(cells[i], joined_);
-      write(joined_.view());
-    } else {
-      write(cells[i]);
+    if (!writeAsciiCell(cells[i], quoted)) {
+      if (quoted && simd::findUnit(cells[i], u'"', 0) < cells[i].size()) {
+        joined_.clear();
+        appendDoublingQuotes(cells[i], joined_);
+        write(joined_.view());
+      } else {
+        write(cells[i]);
+      }
     }
     if (quoted) putAscii('"');
   }
-  return wrote;
+  return charactersEncoded_ > before || cells.size() > 1 || !cells[0].empty();
+}
+
+// False, and nothing written, if the cell has anything but ASCII.
+bool TextWriter::writeAsciiCell(std::u16string_view cell, bool doublesQuotes) {
+  if (cell.size() > OutputBuffer::kBlockSize / 2) return false;
+  char* const start = out_.room(cell.size() * 2);
+  Narrowing narrowing;
+  narrow(cell, start, narrowing);
+  const Narrowed found = narrowing.result();
+  if (!found.ascii) return false;
+  std::size_t bytes = cell.size();
+  if (doublesQuotes && found.hasQuote) bytes = static_cast<std::size_t>(writeDoublingQuotes(cell, start) - start);
+  out_.extend(bytes);
+  charactersEncoded_ += static_cast<std::int64_t>(bytes);
+  return true;
 }
 
 void TextWriter::putAscii(char character) {
@@ -362,7 +392,6 @@ void TextWriter::putAscii(char character) {
 // nothing at all.
 bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                                   std::size_t quotedCount) {
-  if (cells.empty()) return false;
   std::size_t most = 0;
   for (const auto& cell : cells) most += cell.size();
   most += (cells.size() - 1) * separator.size();

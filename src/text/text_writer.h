@@ -69,6 +69,7 @@ class TextWriter {
   bool standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const;
   bool writeCellByCell(std::span<const std::u16string_view> cells, std::u16string_view separator,
                        std::size_t quotedCount);
+  bool writeAsciiCell(std::u16string_view cell, bool doublesQuotes);
   void putAscii(char character);
   template <TextWriter::Units units>
   void writeUnits(std::u16string_view text);
@@ -76,6 +77,8 @@ class TextWriter {
   char* putUnit(char16_t unit, char* to) const;
   template <TextWriter::Units units>
   EncodedRun putRun(std::u16string_view text, char* to) const;
+  template <TextWriter::Units units>
+  EncodedRun putFew(std::u16string_view text, char* to) const;
   void writeSequence(std::u16string_view sequence);
   void writeReplacement();
 

@@ -6,6 +6,7 @@
 
 #include "drive/command_table.h"
 #include "drive/json_values.h"
+#include "platform/folders.h"
 #include "platform/unicode_text.h"
 
 namespace quillet::drive {
@@ -123,8 +124,8 @@ json setFlags(Drive& drive, const Arguments& arguments) {
 // Null where there is no log file.
 json logFileText(const JobLog& log) {
   const auto path = log.path();
-  std::ifstream file(path.value_or(""), std::ios::binary);
-  if (!path || !file) return json();
+  if (!path || !fileExists(*path) || isFolder(*path)) return json();
+  std::ifstream file(*path, std::ios::binary);
   const std::string bytes(std::istreambuf_iterator<char>(file), {});
   return jsonText(toUtf16(bytes));
 }
@@ -175,8 +176,8 @@ void addPreview(json& result, const PreviewPanel& preview) {
   result["previewType"] = preview.previewType();
   result["inputColumns"] = preview.inputTable().columnIdentifiers();
   result["outputColumns"] = preview.outputTable().columnIdentifiers();
-  result["inputCells"] = jsonRows(preview.inputTable().shownCells(preview.startPreviewFromLine()));
-  result["outputCells"] = jsonRows(preview.outputTable().shownCells(preview.startPreviewFromLine()));
+  result["inputCells"] = jsonRows(preview.inputTable().shownCells());
+  result["outputCells"] = jsonRows(preview.outputTable().shownCells());
   result["previewText"] = jsonText(preview.text());
 }
 
@@ -185,6 +186,8 @@ json mainWindow(Drive& drive, const Arguments&) {
   json result = json::object();
   addStatus(result, application.statusLine());
   result["selectedFiles"] = jsonIndexes(application.fileSelection().rows());
+  result["selectedOperations"] = json::array();  // the operations table has no selection yet
+  result["deleteEnabled"] = false;
   result["path"] = application.previewPanel().pathLabel();
   result["helpBox"] = application.rightSide().shownBox() == RightSideBox::Help;
   json rows = json::array();

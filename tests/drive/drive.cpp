@@ -72,7 +72,7 @@ bool Drive::isRunGoingOn() const {
 json Drive::result(const std::string& line) {
   try {
     return carryOut(*this, line);
-  } catch (const CommandError& error) {
+  } catch (const std::exception& error) {  // of a wrong command, or of a mistake in here
     return {{"ok", false}, {"error", error.what()}};
   }
 }
