@@ -261,7 +261,8 @@ const std::u16string kReplacements[] = {
 // Runs of plain text of the lengths at which the fast ways change, with random parts between.
 std::u16string randomText(RandomSource& random) {
   constexpr std::size_t kRuns[] = {1, 7, 8, 9, 15, 16, 17, 63, 64, 65};
-  const std::u16string fillers[] = {u"x", u"é", u"漢", u"x", u"\U0001F600"};
+  const std::u16string fillers[] = {u"x",  u"é",  u"漢",     u"x",      u"\U0001F600", u"Ж",
+                                    u"か", u"한", u"xéЖ漢x", u"\u02FF", u"\u0482",     u"x\u0300"};
   std::u16string text;
   for (std::size_t i = 1 + random.below(6); i > 0; --i) {
     text += random.text(kParts, 6);
@@ -301,13 +302,18 @@ std::u16string joinedByRule(const std::vector<std::u16string_view>& cells, std::
 TEST(TextWriter, JoinsWhatTheRuleSays) {
   const LogCatcher log;
   RandomSource random(1);
-  const std::u16string separators[] = {u",", u"\t", u"", u"||", u"é", u"\u0301", u"\"", kNul};
+  const std::u16string starts[] = {u"", u"é", u"Ж", u"x", u"\"", u"漢字かな"};
+  const std::u16string separators[] = {u",", u",",  u"\t", u"x",      u"1",  u"\t",
+                                       u"",  u"||", u"é",  u"\u0301", u"\"", kNul};
   for (std::uint64_t round = 0; round < testing::rounds(1'000) && !::testing::Test::HasFailure(); ++round) {
     std::vector<std::u16string> texts;
-    const bool plain = random.oneIn(2);
+    const bool plain = random.oneIn(3);
+    const bool apart = random.oneIn(2);
     for (std::size_t i = random.below(6); i > 0; --i) {
       if (plain)
         texts.emplace_back(std::u16string(random.below(40), u'x') + (random.oneIn(4) ? u"\"y" : u""));
+      else if (apart)  // cells that are not ASCII, which nothing joins at their start
+        texts.emplace_back(random.pick(starts) + random.text(kParts, 4));
       else
         texts.emplace_back(random.oneIn(10) ? randomText(random) : random.text(kParts, 5));
     }
