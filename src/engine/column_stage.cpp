@@ -24,7 +24,7 @@ std::vector<std::vector<std::int64_t>> groupsFromText(std::u16string_view text) 
   for (const auto token : componentsSeparatedByString(text, u",")) {
     auto& group = groups.emplace_back();
     for (const auto part : componentsSeparatedByString(token, u"+"))
-      group.push_back(std::max<std::int64_t>(integerValue(part), 0) - 1);
+      group.push_back(std::max<std::int64_t>(0, integerValue(part)) - 1);
   }
   return groups;
 }

@@ -20,7 +20,7 @@
 namespace quillet {
 
 // More columns than any line can need; a count beyond it would only exhaust the memory.
-inline constexpr std::int64_t kMostColumns = 1'048'576;
+inline constexpr std::int64_t kMostColumns = 65'536;
 
 // Makes the count of cells the wanted one, by cutting or by adding the text. A negative count is 0, one above
 // kMostColumns is that.

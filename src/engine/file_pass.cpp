@@ -54,14 +54,18 @@ struct FilePass::Stages {
 
 namespace {
 
-// A pipe that nobody writes to reads as empty and does not hold the program; reading from one with a writer waits.
+// Opening a pipe must not wait for somebody who writes to it; reading waits as ever.
 int openForReading(const std::string& path) {
   const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-  if (descriptor >= 0) fcntl(descriptor, F_SETFL, 0);
+  if (descriptor >= 0) fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
   return descriptor;
 }
 
 }  // namespace
+
+FilePass::~FilePass() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
 
 FilePass::FilePass(const InputFile& file, const PassSurroundings& surroundings)
     : file_(file),
@@ -98,6 +102,7 @@ void FilePass::processOpenFile() {
   rewindInput();
   processLines(writer ? &*writer : nullptr);
   close(descriptor_);
+  descriptor_ = -1;
   if (!output_) return;
   output_->closeTemporaryFile();
   output_->finish(surroundings_.run->outputFolder, surroundings_.run->outputOpened);

@@ -50,6 +50,7 @@ class FilePass {
   static constexpr std::int64_t kPreviewLines = 10;
 
   FilePass(const InputFile& file, const PassSurroundings& surroundings);
+  ~FilePass();
   FilePass(const FilePass&) = delete;
   FilePass& operator=(const FilePass&) = delete;
 

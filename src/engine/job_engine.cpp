@@ -1,10 +1,13 @@
 #include "engine/job_engine.h"
 
 #include <chrono>
+#include <new>
+#include <stdexcept>
 
 #include "engine/file_pass.h"
 #include "platform/date_formatter.h"
 #include "platform/localization.h"
+#include "platform/unicode_text.h"
 
 namespace quillet {
 
@@ -77,6 +80,7 @@ class EngineUse {
     JobLog& log = *around_.log;
     log.clearFlags();
     around_.outputFiles->clear();
+    // The folder needs no access to be begun here, as a sandbox would want it, so there is none that can fail.
     log.saveLogToFile(true);
     logInformation(log, localizedFormat(u"Job started %@", {currentDateAndTime()}));
     around_.previewStores->reset();
@@ -120,9 +124,22 @@ class EngineUse {
           *temporaryFolder_, parameters_.outputFolder.value_or(""),
           [&](const std::string& path) { around_.outputFiles->add(path); }});
     }
-    const FileCounts counts = FilePass(*file, surroundings).run();
+    const FileCounts counts = countsOf(*file, surroundings);
     if (parameters_.write) logCounts(*around_.log, counts, kFileCountKeys);
     return counts;
+  }
+
+  // Operations can make a line of any length from a short one. A file for which memory does not suffice is given up,
+  // and the next one follows.
+  FileCounts countsOf(const InputFile& file, const PassSurroundings& surroundings) const {
+    try {
+      return FilePass(file, surroundings).run();
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {
+    }
+    around_.log->addToImportLog(LogError,
+                                localizedFormat(u"Not enough memory for \"%@\"", {toUtf16(file.filePath)}));
+    return {};
   }
 
   const JobParameters& parameters_;

@@ -46,6 +46,7 @@ void JobLog::add(int level, std::string_view text) {
 
 void JobLog::addEntryToPrepLog(int level, std::string_view entryLine) {
   entries_.push_back({level, std::string(entryLine)});
+  bytes_ += entryLine.size();
   switch (level) {
     case LogInformation:
     case LogNote: atLeastOneInfo_ = true; break;
@@ -53,9 +54,10 @@ void JobLog::addEntryToPrepLog(int level, std::string_view entryLine) {
     case LogError: atLeastOneError_ = true; break;
     default: break;
   }
-  if (entries_.size() < kMostEntries) return;
+  if (entries_.size() < kMostEntries && bytes_ < kMostBytes) return;
   save(false);
   entries_.clear();
+  bytes_ = 0;
   add(LogNote, message(u"(Earlier entries are in the log file)"));
 }
 
@@ -134,6 +136,7 @@ bool JobLog::isEmpty() const {
 void JobLog::clear() {
   const std::lock_guard lock(mutex_);
   entries_.clear();
+  bytes_ = 0;
 }
 
 std::optional<std::string> JobLog::path() const {

@@ -1,7 +1,7 @@
 // The log of jobs: lines with a level, in memory and in the file "LastLog.txt" of the folder "Log" in the user's
 // Documents folder. Safe from any thread.
 //
-// Equal lines one after the other are folded into one. At 1,000 entries the list moves to the file. A failure of
+// Equal lines one after the other are folded into one. At 1,000 entries, or some MB, the list moves to the file. A failure of
 // the log never stops a job: it becomes a line of the log.
 #pragma once
 
@@ -34,6 +34,7 @@ class JobLog {
   };
 
   static constexpr std::size_t kMostEntries = 1'000;
+  static constexpr std::size_t kMostBytes = 8'388'608;  // of texts, so that long ones cannot fill the memory
 
   explicit JobLog(std::shared_ptr<const Folders> folders) : folders_(std::move(folders)) {}
 
@@ -66,6 +67,7 @@ class JobLog {
   std::shared_ptr<const Folders> folders_;
   mutable std::mutex mutex_;
   std::vector<Entry> entries_;
+  std::size_t bytes_ = 0;  // of their texts
   std::int64_t logRepeatCount_ = 0;  // repeats folded since the last entry
   std::atomic<bool> atLeastOneInfo_ = false;
   std::atomic<bool> atLeastOneWarning_ = false;

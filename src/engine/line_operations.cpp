@@ -24,7 +24,7 @@ bool LineSkipper::skips(std::u16string_view line, std::int64_t inputLineIndex) {
   switch (static_cast<LineSkipType>(type_)) {
     case LineSkipType::IfBlank: return line.empty();  // a line of blanks is not blank here, which is meant
     case LineSkipType::LineNumbers: {
-      const std::int64_t lineNumber = inputLineIndex + 1;
+      const auto lineNumber = static_cast<std::int64_t>(static_cast<std::uint64_t>(inputLineIndex) + 1);
       return lineNumbers_.contains(lineNumber) || (skipBeyondNumber_ > 0 && lineNumber >= skipBeyondNumber_);
     }
     case LineSkipType::IfContains:

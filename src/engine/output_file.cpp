@@ -20,12 +20,22 @@ namespace {
 
 constexpr std::size_t kCopyBlock = 262'144;  // bytes
 constexpr mode_t kFileMode = 0644;
+constexpr const char* kNeverMade = "quillet-XXXXXX";  // the pattern of their names, which none has itself
+
+// -1 and errno as open() gives it; a path with a NUL in it names nothing.
+int openPath(const std::string& path, int flags) {
+  if (path.find('\0') != std::string::npos) {
+    errno = EINVAL;
+    return -1;
+  }
+  return open(path.c_str(), flags | O_CLOEXEC, kFileMode);
+}
 
 bool writeAll(int descriptor, const char* bytes, std::size_t count) {
   while (count > 0) {
     const ssize_t written = write(descriptor, bytes, count);
     if (written < 0 && errno == EINTR) continue;
-    if (written < 0) return false;
+    if (written <= 0) return false;
     bytes += written;
     count -= static_cast<std::size_t>(written);
   }
@@ -74,7 +84,7 @@ std::string folderOf(const std::string& path) {
 std::string RunFolder::path() {
   if (!folder_ || folder_->path().empty() || !isFolder(folder_->path()))
     folder_ = std::make_unique<PrivateTemporaryFolder>(parent_);
-  return folder_->path().empty() ? appendPathComponent(parent_, "missing") : folder_->path();
+  return folder_->path().empty() ? appendPathComponent(parent_, kNeverMade) : folder_->path();
 }
 
 OutputFile::OutputFile(std::string temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode,
@@ -91,7 +101,7 @@ void OutputFile::logError(std::u16string_view key, const std::string& path, int 
 }
 
 int OutputFile::createTemporaryFile() {
-  descriptor_ = open(temporaryPath_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, kFileMode);
+  descriptor_ = openPath(temporaryPath_, O_WRONLY | O_CREAT | O_TRUNC);
   if (descriptor_ < 0) logError(u"Could not open \"%@\" for writing [errno %d]", temporaryPath_, errno);
   return descriptor_;
 }
@@ -102,7 +112,7 @@ void OutputFile::closeTemporaryFile() {
 }
 
 void OutputFile::finish(const std::string& outputFolder, const std::function<void(const std::string&)>& opened) {
-  const int temporary = open(temporaryPath_.c_str(), O_RDONLY | O_CLOEXEC);
+  const int temporary = openPath(temporaryPath_, O_RDONLY);
   if (temporary < 0) return logError(u"Could not open tmp file \"%@\" for reading [errno %d]", temporaryPath_, errno);
   if (outputFileName_.empty())
     log_.addToImportLog(LogError, localized(u"Output file must have a file name."));
@@ -114,13 +124,13 @@ void OutputFile::finish(const std::string& outputFolder, const std::function<voi
 
 OutputFile::Brought OutputFile::bringTo(const std::string& outputPath, int temporary,
                                         const std::function<void(const std::string&)>& opened) {
-  if (moveTo(outputPath)) {
+  if (moveTo(outputPath, temporary)) {
     opened(outputPath);
     return Brought::Moved;
   }
   // The mode "Create New" replaces an existing file too: this is meant.
   const int ending = static_cast<WriteMode>(writeMode_) == WriteMode::Append ? O_APPEND : O_TRUNC;
-  const int output = open(outputPath.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | ending, kFileMode);
+  const int output = openPath(outputPath, O_WRONLY | O_CREAT | ending);
   if (output < 0) {
     logError(u"Could not open output file \"%@\" for writing [errno %d]", outputPath, errno);
     return Brought::NotAtAll;
@@ -136,7 +146,9 @@ OutputFile::Brought OutputFile::bringTo(const std::string& outputPath, int tempo
 
 // Where the output does not exist yet, and would be no other file than the temporary one, this becomes it without a
 // copy.
-bool OutputFile::moveTo(const std::string& outputPath) const {
+bool OutputFile::moveTo(const std::string& outputPath, int temporary) const {
+  struct stat status;
+  if (fstat(temporary, &status) != 0 || !S_ISREG(status.st_mode)) return false;
   if (!givesNothingToItsFiles(folderOf(outputPath)) || !givesNothingToItsFiles(folderOf(temporaryPath_))) return false;
   return renameat2(AT_FDCWD, temporaryPath_.c_str(), AT_FDCWD, outputPath.c_str(), RENAME_NOREPLACE) == 0;
 }

@@ -48,7 +48,7 @@ class OutputFile {
   enum class Brought { NotAtAll, Copied, Moved };
   Brought bringTo(const std::string& outputPath, int temporary,
                   const std::function<void(const std::string&)>& opened);
-  bool moveTo(const std::string& outputPath) const;
+  bool moveTo(const std::string& outputPath, int temporary) const;
   void removeTemporaryFile() const;
   void logError(std::u16string_view key, const std::string& path, int reason) const;
 

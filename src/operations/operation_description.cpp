@@ -344,7 +344,7 @@ void Detail::addJoinColumns() {
   const std::u16string list = argument("Arg1");
   std::u16string groups;
   for (const std::u16string_view token : componentsSeparatedByString(list, u",")) {
-    if (token.find(u'+') == std::u16string_view::npos) continue;
+    if (!rangeOfString(token, u"+", 0)) continue;
     if (!groups.empty()) groups += u", ";
     groups += token;  // with its blanks, which is meant
   }

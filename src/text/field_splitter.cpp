@@ -16,11 +16,14 @@ std::u16string_view matchable(std::u16string_view text) {
   return !text.empty() && composedSequenceEnd(text, 0) == text.size() ? text : std::u16string_view();
 }
 
-bool isAscii(std::u16string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char16_t unit) { return unit < 0x80; });
+// No letter, as a letter can belong to a sequence that began before it.
+bool isPlainAscii(std::u16string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char16_t unit) {
+    return unit < 0x80 && !(unit >= u'a' && unit <= u'z') && !(unit >= u'A' && unit <= u'Z');
+  });
 }
 
-// An ASCII character always starts a sequence; it is one by itself unless something joins it from behind.
+// A plain ASCII character always starts a sequence; it is one by itself unless something joins it from behind.
 bool standsAlone(std::u16string_view line, std::size_t at) {
   return at + 1 == line.size() || line[at + 1] < 0x300 || composedSequenceEnd(line, at) == at + 1;
 }
@@ -84,13 +87,13 @@ class FieldSplitter::Field {
 FieldSplitter::FieldSplitter(std::u16string_view separatorString, std::u16string_view quoteString)
     : separator_(matchable(separatorString)),
       quote_(matchable(quoteString)),
-      ascii_(isAscii(separator_) && isAscii(quote_)) {
+      plainAscii_(isPlainAscii(separator_) && isPlainAscii(quote_)) {
   // What is the quote is never taken for the separator.
   if (!quote_.empty() && separator_ == quote_) separator_.clear();
 }
 
 void FieldSplitter::split(std::u16string_view line, Cells& into, TextArena& arena) const {
-  if (!ascii_) return splitBySequences(line, into, arena);
+  if (!plainAscii_) return splitBySequences(line, into, arena);
   if (!quote_.empty()) return splitQuoted(line, into, arena);
   splitPlain(line, into);
 }

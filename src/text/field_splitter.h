@@ -34,7 +34,7 @@ class FieldSplitter {
 
   std::u16string separator_;  // empty when it can never match
   std::u16string quote_;      // the same
-  bool ascii_;                // neither has a unit that is not ASCII
+  bool plainAscii_;           // both are, and no letters
 };
 
 // The fields of one line as texts of their own. An absent separator or quote is an empty text.

@@ -157,8 +157,8 @@ void logFailedWrite(const char* bytes, std::size_t count, int reason) {
 void OutputBuffer::flush() {
   for (std::size_t done = 0; done < size_;) {
     const ssize_t count = ::write(descriptor_, data_.get() + done, size_ - done);
-    if (count < 0) {
-      if (errno == EINTR) continue;
+    if (count <= 0) {
+      if (count < 0 && errno == EINTR) continue;
       logFailedWrite(data_.get() + done, size_ - done, errno);
       break;
     }
@@ -327,6 +327,7 @@ void TextWriter::writeReplacement() {
 
 bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
                              std::size_t quotedCount) {
+  if (cells.empty()) return false;
   if (asciiIsItself_) {
     if (writeJoinedAscii(cells, separator, quotedCount)) return true;
     if (cells.size() == 1 && quotedCount == 0) return write(cells[0]);
@@ -391,7 +392,6 @@ void TextWriter::putAscii(char character) {
 // nothing at all.
 bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                                   std::size_t quotedCount) {
-  if (cells.empty()) return false;
   std::size_t most = 0;
   for (const auto& cell : cells) most += cell.size();
   most += (cells.size() - 1) * separator.size();

@@ -186,6 +186,8 @@ json mainWindow(Drive& drive, const Arguments&) {
   json result = json::object();
   addStatus(result, application.statusLine());
   result["selectedFiles"] = jsonIndexes(application.fileSelection().rows());
+  result["selectedOperations"] = json::array();  // the operations table has no selection yet
+  result["deleteEnabled"] = false;
   result["path"] = application.previewPanel().pathLabel();
   result["helpBox"] = application.rightSide().shownBox() == RightSideBox::Help;
   json rows = json::array();

@@ -75,7 +75,8 @@ LineRules lineRules(const Arguments& arguments) {
   if (arguments.has("replaceCharacters")) {
     const json& list = arguments.value("replaceCharacters");
     if (!list.is_array()) throw CommandError("\"replaceCharacters\" must be a list of [key, text]");
-    for (const auto& pair : list) pairs.push_back(pairFromCommand(pair));
+    for (const auto& pair : list)
+      if (!pair.is_array() || pair.size() == 2) pairs.push_back(pairFromCommand(pair));  // others are ignored
   }
   const std::u16string quote = arguments.text("quoteString", u"");
   const std::u16string lineSeparator = arguments.text("lineSeparator", u"");
@@ -87,7 +88,7 @@ LineRules lineRules(const Arguments& arguments) {
 
 json readLines(Drive&, const Arguments& arguments) {
   const LineRules rules = lineRules(arguments);
-  const Descriptor file(open(arguments.path("path").c_str(), O_RDONLY | O_CLOEXEC));
+  const Descriptor file(open(arguments.path("path").c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   if (file.number() < 0)
     throw CommandError(std::string("\"path\" cannot be opened: ") + std::strerror(errno));
   FieldsAndLinesParser parser;

@@ -1,7 +1,6 @@
 // A job from Run to its output files, its log and its status line.
 #include <filesystem>
-#include <regex>
-#include <sys/stat.h>
+#include <fnmatch.h>
 
 #include "scenarios/drive_session.h"
 
@@ -205,9 +204,10 @@ TEST_F(Run, TheLogFileHasTheWholeAccount) {
   EXPECT_EQ(result["log"], read("Documents/Log/LastLog.txt"));
   auto lines = linesOf(result["log"]);
   ASSERT_EQ(lines.size(), 21u) << result["log"];
-  const std::regex started(
-      "Job started [A-Z][a-z]{2} [0-9]{1,2}, [0-9]{4}, [0-9]{1,2}:[0-9]{2}:[0-9]{2} [AP]M");
-  EXPECT_TRUE(std::regex_match(lines[1], started)) << lines[1];
+  EXPECT_EQ(fnmatch("Job started [A-Z][a-z][a-z] *[0-9], 20[0-9][0-9], *[0-9]:[0-9][0-9]:[0-9][0-9] [AP]M",
+                    lines[1].c_str(), 0),
+            0)
+      << lines[1];
   EXPECT_TRUE(lines[20].starts_with("Job ended ")) << lines[20];
   lines.erase(lines.begin() + 20);
   lines.erase(lines.begin() + 1);

@@ -1,0 +1,66 @@
+#include "shell/file_selection.h"
+
+#include <gtest/gtest.h>
+
+namespace quillet {
+namespace {
+
+IndexSet rows(std::initializer_list<std::int64_t> indexes) {
+  IndexSet result;
+  for (const auto index : indexes) result.addIndex(index);
+  return result;
+}
+
+class FileSelectionTest : public ::testing::Test {
+ protected:
+  FileSelectionTest() { fill(3); }
+
+  void fill(int count) {
+    std::vector<InputFiles::Entry> entries;
+    for (int i = 0; i < count; ++i) {
+      auto file = std::make_shared<InputFile>();
+      file->filePath = std::to_string(i);
+      entries.push_back(std::move(file));
+    }
+    files_.setAll(std::move(entries));
+  }
+
+  InputFiles files_;
+  FileSelection selection_{files_};
+};
+
+TEST_F(FileSelectionTest, LeavesOutRowsBeyondTheTable) {
+  IndexSet many;
+  many.addRange(1, 1'000'000'000'000);
+  selection_.select(many);
+  EXPECT_EQ(selection_.rows(), rows({1, 2}));
+  selection_.select(rows({3, 4}));
+  EXPECT_EQ(selection_.rows(), rows({}));
+}
+
+TEST_F(FileSelectionTest, TellsEachSelectingButNotTheLossOfRows) {
+  int told = 0;
+  selection_.setChanged([&told] { ++told; });
+  selection_.select(rows({0, 2}));
+  selection_.select(rows({0, 2}));
+  EXPECT_EQ(told, 2) << "other files may stand in the same rows";
+  fill(1);
+  selection_.dropRowsBeyondTable();
+  EXPECT_EQ(selection_.rows(), rows({0}));
+  EXPECT_EQ(told, 2);
+}
+
+TEST_F(FileSelectionTest, KnowsTheSingleAndTheFirstFile) {
+  EXPECT_EQ(selection_.singleFile(), nullptr);
+  EXPECT_EQ(selection_.firstFile(), nullptr);
+  selection_.select(rows({1}));
+  EXPECT_EQ(selection_.singleRow(), 1u);
+  EXPECT_EQ(selection_.singleFile()->filePath, "1");
+  selection_.select(rows({1, 2}));
+  EXPECT_EQ(selection_.singleRow(), std::nullopt);
+  EXPECT_EQ(selection_.singleFile(), nullptr);
+  EXPECT_EQ(selection_.firstFile()->filePath, "1");
+}
+
+}  // namespace
+}  // namespace quillet
