@@ -128,7 +128,7 @@ LineRules::LineRules(std::int64_t encodingCode, std::u16string_view quote, std::
   }
   if (quoteString.size() == 1 && quoteString[0] < 0x80) {
     quoteUnit = quoteString[0];
-    stops[quoteUnit] |= kSpecial;
+    stops[quoteUnit] |= quoteUnit ? kSpecial : kStop;  // a NUL is left to the rule: 0 stands for no quote
   }
   if (!lineSeparator.empty()) {
     const char32_t last = asciiEquivalent(lastCodePoint(lineSeparator));

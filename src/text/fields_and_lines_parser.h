@@ -42,7 +42,7 @@ struct LineRules {
   // What follows from these.
   TextSearcher separatorAtEnd;
   const char16_t* singleByteTable;     // null for UTF-8
-  char16_t quoteUnit = 0;              // the quote when it is one ASCII character, else 0
+  char16_t quoteUnit = 0;              // the quote when it is one ASCII character other than NUL, else 0
   char16_t separatorLastUnit = 0;      // with plainSeparator; else 0
   bool plainSeparator = false;         // ASCII that only itself is equivalent to: a comparison of units finds it
   bool plainNotAscii = false;          // a character that is not ASCII can neither be the quote nor end a line

@@ -388,6 +388,19 @@ TEST(FieldsAndLinesParser, ReadsCharByChar) {
   EXPECT_EQ(errno, EBADF);
 }
 
+TEST(FieldsAndLinesParser, TakesANulForTheQuoteOrTheSeparatorWhereItIsOne) {
+  const std::string bytes("a\0b\nc\0d\n\xC3\xA9\0e", 12);
+  const std::u16string nul(1, u'\0');
+  for (const std::size_t readSize : {std::size_t{1}, FieldsAndLinesParser::kReadSize}) {
+    const auto quoted = readAll({.bytes = bytes, .quote = nul}, readSize);
+    EXPECT_EQ(quoted.size(), 2u) << readSize;
+    EXPECT_EQ(quoted[0].line, std::string("a\0b\nc\0d", 7)) << readSize;
+    const auto separated = readAll({.bytes = bytes, .separator = nul}, readSize);
+    EXPECT_EQ(separated.size(), 4u) << readSize;
+    EXPECT_EQ(separated[2].line, "d\n\xC3\xA9") << readSize;
+  }
+}
+
 // Every text up to five characters of a small alphabet, for a few jobs each.
 TEST(FieldsAndLinesParser, AgreesWithTheRuleOnAllSmallTexts) {
   const std::string kAlphabet[] = {"a", "\"", "\n", "\r", "\xE2", "é"};
@@ -419,8 +432,9 @@ TEST(FieldsAndLinesParser, AgreesWithTheRuleOnRandomBytes) {
                                 "日本",     "😀",   "\x80", "\xE2",     "\xF0", "\xC3",     "\xFF", "\x81", "\x9D", std::string(1, '\0'),
                                 "plain ascii of some length, ", ";", "\u037E", "K", "\u212A", "\x85", "\u0085",
                                 std::string(70, 'x'), std::string(16'300, 'y'), "\u2028"};
-  const std::u16string kSeparators[] = {u"\n", u"\n", u"\n", u"\r\n", u"", u";", u"K", u"é", u"\u2028", u"\"", u"ab", u"😀", u"\n\n"};
-  const std::u16string kQuotes[] = {u"", u"\"", u"\"", u"a", u"é", u"\"\"", u"😀"};
+  const std::u16string kNul(1, u'\0');
+  const std::u16string kSeparators[] = {u"\n", u"\n", u"\n", u"\r\n", u"", u";", u"K", u"é", u"\u2028", u"\"", u"ab", u"😀", u"\n\n", kNul};
+  const std::u16string kQuotes[] = {u"", u"\"", u"\"", u"a", u"é", u"\"\"", u"😀", kNul};
   const std::u16string kReplacements[] = {u"?", u"?", u"", u"\n", u"\"", u"<bad>", u"\r"};
   const ReplacementTable::Key kKeys[] = {u"a", u"\"", u"é", u"😀", std::int64_t{1}, std::int64_t{2}, u"?", std::int64_t{3}, u"\n", u"日"};
   const std::u16string kWith[] = {u"", u"b", u"\n", u"\"", u"é", u"xyz", std::u16string(200, u'z')};
