@@ -112,7 +112,7 @@ OperationList randomOperations(RandomSource& random) {
   constexpr std::int64_t kSplits[] = {49, 49, 49, 17, 17, 33, 1, 16, 48, 0};
   const std::u16string lineSeparators[] = {u"\n", u"\n", u"\n", u"\r\n", u"ab", u"", u"é", u"\u2028", u";"};
   const std::u16string columnSeparators[] = {
-      u",", u",", u",", u"\t", u";", u"", u"a\u034Fx", "\u0915\u094Dx", "||", u"é", u"\"", u"x"};
+      u",", u",", u",", u"\t", u";", u"", u"a\u034Fx", u"\u0915\u094Dx", u"||", u"é", u"\"", u"x"};
   OperationRecord first = record(OpInitial);
   maybeSet(random, first, "IntArg1", random.pick(kSplits));
   maybeSet(random, first, "IntArg2", random.pick(kEncodings));
