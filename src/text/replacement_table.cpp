@@ -86,7 +86,7 @@ ReplacementTable::ReplacementTable(std::vector<Pair> pairs, std::u16string_view 
 
 bool ReplacementTable::affects(char32_t character) const {
   if (character < affectsLow_.size()) return affectsLow_[character];
-  if (affectsUncommon_ && character > 0xFFFF) return true;
+  if (affectsUncommon_ && (character > 0xFFFF || isSurrogate(static_cast<char16_t>(character)))) return true;
   return std::binary_search(affectedAbove_.begin(), affectedAbove_.end(), character);
 }
 
