@@ -111,8 +111,7 @@ constexpr std::int64_t kEncodings[] = {4, 4, 4, 4, 12, 12, 30, 1, 7};
 OperationList randomOperations(RandomSource& random) {
   constexpr std::int64_t kSplits[] = {49, 49, 49, 17, 17, 33, 1, 16, 48, 0};
   const std::u16string lineSeparators[] = {u"\n", u"\n", u"\n", u"\r\n", u"ab", u"", u"é", u"\u2028", u";"};
-  const std::u16string columnSeparators[] = {
-      u",", u",", u",", u"\t", u";", u"", u"a\u034Fx", u"\u0915\u094Dx", u"||", u"é", u"\"", u"x"};
+  const std::u16string columnSeparators[] = {u",", u",", u",", u"\t", u";", u"", u"||", u"é", u"\"", u"x"};
   OperationRecord first = record(OpInitial);
   maybeSet(random, first, "IntArg1", random.pick(kSplits));
   maybeSet(random, first, "IntArg2", random.pick(kEncodings));
@@ -182,6 +181,8 @@ std::string randomBytes(RandomSource& random) {
                                "\u0915\u094D\u0937",
                                "\U0001F1E9\U0001F1EA",
                                "||",
+                               "a\u034Fx",
+                               "\u0915\u094Dx",
                                "\u2028",
                                "\uFEFF",
                                "–",
