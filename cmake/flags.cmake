@@ -7,6 +7,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # False alarms of the optimiser in g++ 12's own string and vector headers.
   target_compile_options(quillet_flags INTERFACE -Wno-restrict -Wno-null-dereference -Wno-array-bounds
     -Wno-stringop-overflow -Wno-stringop-overread)
+  if(QUILLET_SANITIZE)
+    target_compile_options(quillet_flags INTERFACE -Wno-maybe-uninitialized)
+  endif()
 endif()
 
 if(QUILLET_SANITIZE)

@@ -26,10 +26,20 @@ constexpr Place kPlaces[] = {{"en_US", "America/New_York"}, {"en_GB", "Europe/Lo
 // Readers are dear to make, and are what a job keeps too.
 struct Readers {
   explicit Readers(const Place& place)
-      : environment{place.locale, place.timeZone}, reader(environment), reference(environment) {}
+      : environment{place.locale, place.timeZone},
+        reader(environment),
+        reference(environment),
+        minutes(environment) {
+    minutes.setDateFormat(u"yyyy-MM-dd HH:mm");
+  }
+  bool hasMidnight(const std::u16string& day) const {
+    return minutes.dateFromString(day + u" 00:00").has_value();
+  }
+
   DateEnvironment environment;
   DateReader reader;
   ReferenceLadders reference;
+  DateFormatter minutes;
 };
 
 Readers& readersOf(std::size_t place) {
@@ -70,12 +80,13 @@ void requirePrintingAndReading(Readers& readers, std::int64_t dateFormat, std::i
           "a date time is printed as its pattern says");
   requireSameReading(readers, text);
 
-  // The standard form names a day to every reader.
+  // The standard form names a day to every reader. A day that begins with summer time at midnight is refused,
+  // as it has no 00:00.
   constexpr std::int64_t kStandardDate = 4;
   const std::u16string day = printed(DatePrinter::forDate(kStandardDate, environment), instant);
   const auto read = readers.reader.dateFromString(day);
-  require(read && printed(DatePrinter::forDate(kStandardDate, environment), *read) == day,
-          "a printed day is read as itself");
+  require(read || !readers.hasMidnight(day), "a printed day is read");
+  require(!read || printed(DatePrinter::forDate(kStandardDate, environment), *read) == day, "and as itself");
 }
 
 }  // namespace
