@@ -41,8 +41,8 @@ void resizeCells(Cells& cells, std::int64_t wantedCount, std::u16string_view tex
   cells.resize(static_cast<std::size_t>(std::clamp<std::int64_t>(wantedCount, 0, kMostColumns)), text);
 }
 
-ColumnStage::ColumnStage(const FileSettings& settings, std::span<const OperationRecord> records, DateReader& reader,
-                         const ColumnReformatter::Warn& warn)
+ColumnStage::ColumnStage(const FileSettings& settings, std::span<const OperationRecord> records,
+                         DateReader& reader, const ColumnReformatter::Warn& warn)
     : settings_(settings), splitter_(settings.inputColumnSeparator, settings.inputQuote) {
   for (const auto& record : records) addStep(record, reader, warn);
   readArrangement(records);
@@ -52,31 +52,38 @@ ColumnStage::ColumnStage(const FileSettings& settings, std::span<const Operation
                   settings.inputColumnSeparator == settings.outputColumnSeparator);
 }
 
-void ColumnStage::addStep(const OperationRecord& record, DateReader& reader, const ColumnReformatter::Warn& warn) {
+void ColumnStage::addStep(const OperationRecord& record, DateReader& reader,
+                          const ColumnReformatter::Warn& warn) {
   switch (record.code()) {
     case OpTrimColumn:
-      steps_.push_back({columnsOf(record), TextTrimmer(record.integer("IntArg2", 0), record.integer("IntArg3", 0),
-                                                       caseSensitivityOf(record), record.text("Arg2"))});
+      steps_.push_back(
+          {columnsOf(record), TextTrimmer(record.integer("IntArg2", 0), record.integer("IntArg3", 0),
+                                          caseSensitivityOf(record), record.text("Arg2"))});
       break;
     case OpReplaceColumn:
-      steps_.push_back({columnsOf(record), TextReplacer(record.integer("IntArg2", 0), caseSensitivityOf(record),
-                                                        record.text("Arg2"), record.text("Arg3"))});
+      steps_.push_back(
+          {columnsOf(record), TextReplacer(record.integer("IntArg2", 0), caseSensitivityOf(record),
+                                           record.text("Arg2"), record.text("Arg3"))});
       break;
-    case OpReformatColumn: steps_.push_back({columnsOf(record), ColumnReformatter(record, reader, warn)}); break;
+    case OpReformatColumn:
+      steps_.push_back({columnsOf(record), ColumnReformatter(record, reader, warn)});
+      break;
     case OpSetInitialNumberOfColumns:
       steps_.push_back({{}, Resize{record.integer("IntArg1", 0), record.text("Arg1")}});
       break;
     case OpSetFinalNumberOfColumns:
       finalResizes_.push_back({record.integer("IntArg1", 0), record.text("Arg1")});
       break;
-    default: break;
+    default:
+      break;
   }
 }
 
 // Only the first operation of each kind counts, and a join with groups leaves no place for a new order.
 void ColumnStage::readArrangement(std::span<const OperationRecord> records) {
   const auto firstOf = [&](std::int64_t code) {
-    return std::find_if(records.begin(), records.end(), [=](const auto& record) { return record.code() == code; });
+    return std::find_if(records.begin(), records.end(),
+                        [=](const auto& record) { return record.code() == code; });
   };
   if (const auto join = firstOf(OpJoinColumns); join != records.end()) {
     joinColumnGroups_ = groupsFromText(join->text("Arg1"));
@@ -112,7 +119,8 @@ OutputCells ColumnStage::apply(std::u16string_view line, std::int64_t inputLineI
 }
 
 void ColumnStage::applyStep(ColumnStep& step, std::int64_t inputLineIndex, TextArena& arena) {
-  if (const auto* resize = std::get_if<Resize>(&step.action)) return resizeCells(cells_, resize->count, resize->text);
+  if (const auto* resize = std::get_if<Resize>(&step.action))
+    return resizeCells(cells_, resize->count, resize->text);
   const auto count = static_cast<std::int64_t>(cells_.size());
   for (const auto& range : step.columns.ranges()) {
     for (std::int64_t index = range.first; index <= range.last && index < count; ++index) {
@@ -121,7 +129,8 @@ void ColumnStage::applyStep(ColumnStep& step, std::int64_t inputLineIndex, TextA
         cell = trimmer->trimmed(cell, arena);
       else if (auto* replacer = std::get_if<TextReplacer>(&step.action))
         cell = replacer->replaced(cell, arena);
-      else if (const auto text = std::get<ColumnReformatter>(step.action).reformatted(cell, inputLineIndex, arena))
+      else if (const auto text =
+                   std::get<ColumnReformatter>(step.action).reformatted(cell, inputLineIndex, arena))
         cell = *text;
     }
   }

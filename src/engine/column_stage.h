@@ -1,5 +1,5 @@
-// The way of one line through its cells: split, column operations in list order, join or rearrange, quotes, final
-// number of columns.
+// The way of one line through its cells: split, column operations in list order, join or rearrange, quotes,
+// final number of columns.
 #pragma once
 
 #include <cstdint>
@@ -29,8 +29,8 @@ void resizeCells(Cells& cells, std::int64_t wantedCount, std::u16string_view tex
 // The cells that a line became. Views hold until the arena is reset and the next line is read.
 struct OutputCells {
   std::span<const std::u16string_view> cells;
-  std::size_t quotedCount = 0;      // how many of them, from the first, go out between quotes
-  std::u16string_view separator;    // between them
+  std::size_t quotedCount = 0;    // how many of them, from the first, go out between quotes
+  std::u16string_view separator;  // between them
 };
 
 // One object serves one file and one thread.
@@ -46,7 +46,8 @@ class ColumnStage {
   // The result is in use until the next call.
   OutputCells apply(std::u16string_view line, std::int64_t inputLineIndex, TextArena& arena);
 
-  // Nothing touches a cell, and cells are joined as they were split: the text of the output cells is the line.
+  // Nothing touches a cell, and cells are joined as they were split: the text of the output cells is the
+  // line.
   bool leavesLinesAsTheyAre() const { return leavesLines_; }
 
  private:

@@ -1,10 +1,9 @@
 #include "engine/file_pass.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
 
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
@@ -45,11 +44,15 @@ struct FilePass::Stages {
                                pass.settings_.inputLineSeparator, pass.settings_.inputColumnSeparator),
               pass.surroundings_.decodeErrorReplacement),
         lineOperations(middleRecords(pass.operations_)),
-        warn([&log = pass.surroundings_.log](std::u16string_view message) { log.addToImportLog(LogWarning, message); }),
+        warn([&log = pass.surroundings_.log](std::u16string_view message) {
+          log.addToImportLog(LogWarning, message);
+        }),
         columnStage(pass.settings_, middleRecords(pass.operations_), pass.surroundings_.dateReader, warn),
         outputStage(pass.settings_, writer, pass.surroundings_.preview, pass.surroundings_.log,
-                    pass.output_ ? pass.output_->temporaryPath() : std::string(),
-                    [&pass] { return pass.surroundings_.run ? pass.surroundings_.run->temporaryFolder.path() : "/nowhere"; }) {}
+                    pass.output_ ? pass.output_->temporaryPath() : std::string(), [&pass] {
+                      return pass.surroundings_.run ? pass.surroundings_.run->temporaryFolder.path()
+                                                    : "/nowhere";
+                    }) {}
 };
 
 namespace {
@@ -94,9 +97,12 @@ FileCounts FilePass::run() {
 void FilePass::processOpenFile() {
   std::optional<TextWriter> writer;
   if (const auto& run = surroundings_.run) {
-    surroundings_.log.addToImportLog(LogInformation, localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePath)}));
-    output_.emplace(run->temporaryFolder.path(), settings_.outputFileName, settings_.writeMode, surroundings_.log);
-    writer.emplace(output_->createTemporaryFile(), settings_.outputEncoding, surroundings_.encodeErrorReplacement);
+    surroundings_.log.addToImportLog(LogInformation,
+                                     localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePath)}));
+    output_.emplace(run->temporaryFolder.path(), settings_.outputFileName, settings_.writeMode,
+                    surroundings_.log);
+    writer.emplace(output_->createTemporaryFile(), settings_.outputEncoding,
+                   surroundings_.encodeErrorReplacement);
   }
   sampleForPreview();
   rewindInput();
@@ -142,7 +148,8 @@ bool FilePass::takeTurn() {
   stages.lineBuffer.clear();
   stages.arena.reset();
   ReadLineStats stats;
-  const ReadResult result = stages.parser.readLineFrom(descriptor_, stages.rules, stages.lineBuffer, stats, nullptr);
+  const ReadResult result =
+      stages.parser.readLineFrom(descriptor_, stages.rules, stages.lineBuffer, stats, nullptr);
   if (result == ReadResult::Failure) {
     logError(u"Could not read from \"%@\" [errno %d]", errno);
     return false;
@@ -182,7 +189,8 @@ void FilePass::processLine(std::u16string_view line) {
 
 OutputCells FilePass::outputCellsOf(std::u16string_view line) {
   Stages& stages = *stages_;
-  if (!stages.columnStage.leavesLinesAsTheyAre() || surroundings_.preview.takesRows(PreviewStores::Side::Output))
+  if (!stages.columnStage.leavesLinesAsTheyAre() ||
+      surroundings_.preview.takesRows(PreviewStores::Side::Output))
     return stages.columnStage.apply(line, stages.inputLineIndex, stages.arena);
   stages.singleCellText = line;
   return {{&stages.singleCellText, 1}, 0, {}};
@@ -191,7 +199,8 @@ OutputCells FilePass::outputCellsOf(std::u16string_view line) {
 void FilePass::addToPreviewInput(std::u16string_view line) {
   Stages& stages = *stages_;
   PreviewFeed& preview = surroundings_.preview;
-  if (!preview.takesRows(PreviewStores::Side::Input) && !preview.takesRows(PreviewStores::Side::Output)) return;
+  if (!preview.takesRows(PreviewStores::Side::Input) && !preview.takesRows(PreviewStores::Side::Output))
+    return;
   stages.columnStage.split(line, stages.inputColumns, stages.arena);
   stages.hasInputColumns = true;
   if (preview.takesRows(PreviewStores::Side::Input)) {

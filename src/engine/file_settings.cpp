@@ -13,8 +13,8 @@ std::vector<ReplacementTable::Pair> replaceCharactersFromOperations(const Operat
   std::vector<ReplacementTable::Pair> pairs;
   for (const auto& record : operations) {
     if (record.code() != OpReplaceCharacter) continue;
-    appendReplacementPairs(record.integer("IntArg2", 0), record.text("Arg1"), record.text("Arg2"), quoteString,
-                           lineSeparator, columnSeparator, pairs);
+    appendReplacementPairs(record.integer("IntArg2", 0), record.text("Arg1"), record.text("Arg2"),
+                           quoteString, lineSeparator, columnSeparator, pairs);
   }
   return pairs;
 }
@@ -29,8 +29,8 @@ FileSettings settingsFromOperations(const OperationList& operations) {
   settings.outputEncoding = final.integer("IntArg2", 4);
   settings.splitIntoLines = hasFlags(initial.integer("IntArg1", 0), SplitIntoLines);
   settings.splitIntoColumns = hasFlags(initial.integer("IntArg1", 0), SplitIntoColumns);
-  // What was not split on the way in is not joined on the way out, whatever the final operation holds: this is
-  // meant.
+  // What was not split on the way in is not joined on the way out, whatever the final operation holds: this
+  // is meant.
   if (settings.splitIntoLines) {
     settings.inputLineSeparator = initial.text("Arg1");
     settings.outputLineSeparator = final.text("Arg1");

@@ -14,7 +14,7 @@ struct FileSettings {
   bool runOperations = false;  // the list has both ends; otherwise lines only reach the preview of the input
   std::int64_t inputEncoding = 4;
   bool splitIntoLines = false;
-  std::u16string inputLineSeparator;    // "" is none
+  std::u16string inputLineSeparator;  // "" is none
   bool splitIntoColumns = false;
   std::u16string inputColumnSeparator;  // "" is none: column operations do nothing then
   std::u16string inputQuote;            // "" is none

@@ -22,32 +22,26 @@ std::u16string currentDateAndTime() {
       static_cast<Instant>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count()));
 }
 
-void logInformation(JobLog& log, std::u16string_view text) { log.addToImportLog(LogInformation, text); }
+void logInformation(JobLog& log, std::u16string_view text) {
+  log.addToImportLog(LogInformation, text);
+}
 
 void logCounts(JobLog& log, const FileCounts& counts, const char16_t* const (&keys)[8]) {
-  const std::int64_t values[8] = {
-      counts.read.bytesRead,           counts.read.charactersDecoded, counts.read.linesRead,
-      counts.read.maximumLengthLinesRead, counts.written.bytesWritten,   counts.written.charactersEncoded,
-      counts.written.linesWritten,     counts.linesSkipped};
+  const std::int64_t values[8] = {counts.read.bytesRead,       counts.read.charactersDecoded,
+                                  counts.read.linesRead,       counts.read.maximumLengthLinesRead,
+                                  counts.written.bytesWritten, counts.written.charactersEncoded,
+                                  counts.written.linesWritten, counts.linesSkipped};
   for (int i = 0; i < 8; ++i) logInformation(log, localizedFormat(keys[i], {values[i]}));
 }
 
-constexpr const char16_t* kFileCountKeys[8] = {u"Bytes read: %d",
-                                               u"Characters decoded: %d",
-                                               u"Lines read: %d",
-                                               u"Maximum length lines read: %d",
-                                               u"Bytes written: %d",
-                                               u"Characters encoded: %d",
-                                               u"Lines written: %d",
-                                               u"Lines skipped: %d"};
-constexpr const char16_t* kTotalCountKeys[8] = {u"Total bytes read: %d",
-                                                u"Total characters decoded: %d",
-                                                u"Total lines read: %d",
-                                                u"Total maximum length lines read: %d",
-                                                u"Total bytes written: %d",
-                                                u"Total characters encoded: %d",
-                                                u"Total lines written: %d",
-                                                u"Total lines skipped: %d"};
+constexpr const char16_t* kFileCountKeys[8] = {
+    u"Bytes read: %d",    u"Characters decoded: %d", u"Lines read: %d",    u"Maximum length lines read: %d",
+    u"Bytes written: %d", u"Characters encoded: %d", u"Lines written: %d", u"Lines skipped: %d"};
+constexpr const char16_t* kTotalCountKeys[8] = {
+    u"Total bytes read: %d",    u"Total characters decoded: %d",
+    u"Total lines read: %d",    u"Total maximum length lines read: %d",
+    u"Total bytes written: %d", u"Total characters encoded: %d",
+    u"Total lines written: %d", u"Total lines skipped: %d"};
 
 // The settings that a use reads once, at its start.
 std::u16string replacementSetting(const UserDefaults& defaults, const char* key) {
@@ -80,7 +74,8 @@ class EngineUse {
     JobLog& log = *around_.log;
     log.clearFlags();
     around_.outputFiles->clear();
-    // The folder needs no access to be begun here, as a sandbox would want it, so there is none that can fail.
+    // The folder needs no access to be begun here, as a sandbox would want it, so there is none that can
+    // fail.
     log.saveLogToFile(true);
     logInformation(log, localizedFormat(u"Job started %@", {currentDateAndTime()}));
     around_.previewStores->reset();
@@ -100,7 +95,8 @@ class EngineUse {
  private:
   std::u16string_view outcome() const {
     if (around_.state->stopJob) return u"Job stopped by user";
-    if (around_.log->atLeastOneError() || around_.log->atLeastOneWarning()) return u"Job completed with issues";
+    if (around_.log->atLeastOneError() || around_.log->atLeastOneWarning())
+      return u"Job completed with issues";
     return u"Job completed";
   }
 
@@ -116,21 +112,22 @@ class EngineUse {
                                   encodeErrorReplacement_,
                                   {},
                                   [&](std::vector<ColumnEntry> columns) {
-                                    around_.files->setExpectedColumnsInLine(index, file->filePath, std::move(columns));
+                                    around_.files->setExpectedColumnsInLine(index, file->filePath,
+                                                                            std::move(columns));
                                   }};
     if (parameters_.write) {
       if (!temporaryFolder_) temporaryFolder_.emplace(around_.folders->temporaryParentFolder());
-      surroundings.run.emplace(PassSurroundings::Run{
-          *temporaryFolder_, parameters_.outputFolder.value_or(""),
-          [&](const std::string& path) { around_.outputFiles->add(path); }});
+      surroundings.run.emplace(
+          PassSurroundings::Run{*temporaryFolder_, parameters_.outputFolder.value_or(""),
+                                [&](const std::string& path) { around_.outputFiles->add(path); }});
     }
     const FileCounts counts = countsOf(*file, surroundings);
     if (parameters_.write) logCounts(*around_.log, counts, kFileCountKeys);
     return counts;
   }
 
-  // Operations can make a line of any length from a short one. A file for which memory does not suffice is given up,
-  // and the next one follows.
+  // Operations can make a line of any length from a short one. A file for which memory does not suffice is
+  // given up, and the next one follows.
   FileCounts countsOf(const InputFile& file, const PassSurroundings& surroundings) const {
     try {
       return FilePass(file, surroundings).run();

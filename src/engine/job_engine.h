@@ -1,5 +1,5 @@
-// One use of the engine: a run over all input files, or a preview of the one that is selected. A run goes on its own
-// thread, a preview on the main thread.
+// One use of the engine: a run over all input files, or a preview of the one that is selected. A run goes on
+// its own thread, a preview on the main thread.
 #pragma once
 
 #include <functional>
@@ -35,9 +35,9 @@ struct JobSurroundings {
   std::shared_ptr<const Folders> folders;
   std::shared_ptr<MainThread> mainThread;
   // Called on the main thread.
-  std::function<void()> updatePreviewPanel;    // at the end of a preview
-  std::function<void()> updateUIAfterPrep;     // at the end of a run, which waits for it
-  std::function<void()> hideProgressIndicator; // after that, without waiting
+  std::function<void()> updatePreviewPanel;     // at the end of a preview
+  std::function<void()> updateUIAfterPrep;      // at the end of a run, which waits for it
+  std::function<void()> hideProgressIndicator;  // after that, without waiting
 };
 
 void prepFiles(const JobParameters& parameters, const JobSurroundings& surroundings);

@@ -1,10 +1,9 @@
 #include "engine/job_log.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <sys/stat.h>
 
 #include "platform/localization.h"
 #include "platform/unicode_text.h"
@@ -16,7 +15,9 @@ namespace {
 constexpr const char* kFolderName = "Log";
 constexpr const char* kFileName = "LastLog.txt";
 
-std::string message(std::u16string_view key) { return toUtf8(localized(key)); }
+std::string message(std::u16string_view key) {
+  return toUtf8(localized(key));
+}
 std::string messageWithReason(std::u16string_view key, int reason) {
   return toUtf8(localizedFormat(key, {std::int64_t{reason}}));
 }
@@ -49,10 +50,17 @@ void JobLog::addEntryToPrepLog(int level, std::string_view entryLine) {
   bytes_ += entryLine.size();
   switch (level) {
     case LogInformation:
-    case LogNote: atLeastOneInfo_ = true; break;
-    case LogWarning: atLeastOneWarning_ = true; break;
-    case LogError: atLeastOneError_ = true; break;
-    default: break;
+    case LogNote:
+      atLeastOneInfo_ = true;
+      break;
+    case LogWarning:
+      atLeastOneWarning_ = true;
+      break;
+    case LogError:
+      atLeastOneError_ = true;
+      break;
+    default:
+      break;
   }
   if (entries_.size() < kMostEntries && bytes_ < kMostBytes) return;
   save(false);

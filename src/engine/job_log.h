@@ -1,8 +1,8 @@
-// The log of jobs: lines with a level, in memory and in the file "LastLog.txt" of the folder "Log" in the user's
-// Documents folder. Safe from any thread.
+// The log of jobs: lines with a level, in memory and in the file "LastLog.txt" of the folder "Log" in the
+// user's Documents folder. Safe from any thread.
 //
-// Equal lines one after the other are folded into one. At 1,000 entries, or some MB, the list moves to the file. A failure of
-// the log never stops a job: it becomes a line of the log.
+// Equal lines one after the other are folded into one. At 1,000 entries, or some MB, the list moves to the
+// file. A failure of the log never stops a job: it becomes a line of the log.
 #pragma once
 
 #include <atomic>
@@ -58,7 +58,7 @@ class JobLog {
   bool atLeastOneError() const { return atLeastOneError_; }
 
  private:
-  void add(int level, std::string_view text);       // the rest with the mutex held
+  void add(int level, std::string_view text);  // the rest with the mutex held
   void addEntryToPrepLog(int level, std::string_view entryLine);
   bool save(bool truncate);
   std::optional<std::string> folderForSaving();
@@ -67,7 +67,7 @@ class JobLog {
   std::shared_ptr<const Folders> folders_;
   mutable std::mutex mutex_;
   std::vector<Entry> entries_;
-  std::size_t bytes_ = 0;  // of their texts
+  std::size_t bytes_ = 0;            // of their texts
   std::int64_t logRepeatCount_ = 0;  // repeats folded since the last entry
   std::atomic<bool> atLeastOneInfo_ = false;
   std::atomic<bool> atLeastOneWarning_ = false;

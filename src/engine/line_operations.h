@@ -36,7 +36,8 @@ class LineOperations {
   explicit LineOperations(std::span<const OperationRecord> records);  // codes of other kinds are passed over
 
   // The line after all operations, a view of the line or into the arena; nothing when it is skipped.
-  std::optional<std::u16string_view> apply(std::u16string_view line, std::int64_t inputLineIndex, TextArena& arena);
+  std::optional<std::u16string_view> apply(std::u16string_view line, std::int64_t inputLineIndex,
+                                           TextArena& arena);
 
  private:
   std::vector<std::variant<LineSkipper, TextTrimmer, TextReplacer>> steps_;

@@ -1,13 +1,12 @@
 #include "engine/output_file.h"
 
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
@@ -42,7 +41,8 @@ bool writeAll(int descriptor, const char* bytes, std::size_t count) {
   return true;
 }
 
-// A read error ends the copy like the end of the file, and the job is not told of a failed write: both are meant.
+// A read error ends the copy like the end of the file, and the job is not told of a failed write: both are
+// meant.
 void copyByBlocks(int from, int to) {
   const std::unique_ptr<char[]> block(new char[kCopyBlock]);
   for (;;) {
@@ -65,8 +65,8 @@ void copyContent(int from, int to) {
   }
 }
 
-// Whether a file made elsewhere and moved into the folder would be just like one made in it: no group, access list
-// or label is inherited.
+// Whether a file made elsewhere and moved into the folder would be just like one made in it: no group, access
+// list or label is inherited.
 bool givesNothingToItsFiles(const std::string& folder) {
   struct stat status;
   if (stat(folder.c_str(), &status) != 0 || (status.st_mode & S_ISGID)) return false;
@@ -87,14 +87,16 @@ std::string RunFolder::path() {
   return folder_->path().empty() ? appendPathComponent(parent_, kNeverMade) : folder_->path();
 }
 
-OutputFile::OutputFile(std::string temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode,
-                       JobLog& log)
+OutputFile::OutputFile(std::string temporaryFolder, std::u16string_view outputFileName,
+                       std::int64_t writeMode, JobLog& log)
     : outputFileName_(toUtf8(outputFileName)),
       writeMode_(writeMode),
       temporaryPath_(appendPathComponent(temporaryFolder, outputFileName_)),
       log_(log) {}
 
-OutputFile::~OutputFile() { closeTemporaryFile(); }
+OutputFile::~OutputFile() {
+  closeTemporaryFile();
+}
 
 void OutputFile::logError(std::u16string_view key, const std::string& path, int reason) const {
   log_.addToImportLog(LogError, localizedFormat(key, {toUtf16(path), std::int64_t{reason}}));
@@ -111,9 +113,11 @@ void OutputFile::closeTemporaryFile() {
   descriptor_ = -1;
 }
 
-void OutputFile::finish(const std::string& outputFolder, const std::function<void(const std::string&)>& opened) {
+void OutputFile::finish(const std::string& outputFolder,
+                        const std::function<void(const std::string&)>& opened) {
   const int temporary = openPath(temporaryPath_, O_RDONLY);
-  if (temporary < 0) return logError(u"Could not open tmp file \"%@\" for reading [errno %d]", temporaryPath_, errno);
+  if (temporary < 0)
+    return logError(u"Could not open tmp file \"%@\" for reading [errno %d]", temporaryPath_, errno);
   if (outputFileName_.empty())
     log_.addToImportLog(LogError, localized(u"Output file must have a file name."));
   else if (bringTo(appendPathComponent(outputFolder, outputFileName_), temporary, opened) == Brought::Moved)
@@ -144,12 +148,13 @@ OutputFile::Brought OutputFile::bringTo(const std::string& outputPath, int tempo
   return Brought::Copied;
 }
 
-// Where the output does not exist yet, and would be no other file than the temporary one, this becomes it without a
-// copy.
+// Where the output does not exist yet, and would be no other file than the temporary one, this becomes it
+// without a copy.
 bool OutputFile::moveTo(const std::string& outputPath, int temporary) const {
   struct stat status;
   if (fstat(temporary, &status) != 0 || !S_ISREG(status.st_mode)) return false;
-  if (!givesNothingToItsFiles(folderOf(outputPath)) || !givesNothingToItsFiles(folderOf(temporaryPath_))) return false;
+  if (!givesNothingToItsFiles(folderOf(outputPath)) || !givesNothingToItsFiles(folderOf(temporaryPath_)))
+    return false;
   return renameat2(AT_FDCWD, temporaryPath_.c_str(), AT_FDCWD, outputPath.c_str(), RENAME_NOREPLACE) == 0;
 }
 

@@ -1,5 +1,5 @@
-// The files that the output of one input goes through: a temporary one, named like the output, and at the end the
-// output itself.
+// The files that the output of one input goes through: a temporary one, named like the output, and at the end
+// the output itself.
 #pragma once
 
 #include <cstdint>
@@ -29,13 +29,14 @@ class RunFolder {
 class OutputFile {
  public:
   // log outlives the file.
-  OutputFile(std::string temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode, JobLog& log);
+  OutputFile(std::string temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode,
+             JobLog& log);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;
   OutputFile& operator=(const OutputFile&) = delete;
 
-  // Creates the temporary file. -1, and an error in the log, when that fails: the pass goes on all the same, with
-  // nothing to write to.
+  // Creates the temporary file. -1, and an error in the log, when that fails: the pass goes on all the same,
+  // with nothing to write to.
   int createTemporaryFile();
   const std::string& temporaryPath() const { return temporaryPath_; }
   void closeTemporaryFile();

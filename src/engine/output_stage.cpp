@@ -32,8 +32,8 @@ void OutputStage::add(const OutputCells& cells, std::int64_t keptLineCount) {
   if (writer_) noteWritten(written);
 }
 
-// The two flags differ on purpose: a preview's text begins with two separators, a file with one, or with one for
-// each line up to the first complete group of Join Lines.
+// The two flags differ on purpose: a preview's text begins with two separators, a file with one, or with one
+// for each line up to the first complete group of Join Lines.
 void OutputStage::addLeadingSeparator() {
   if (!previewHasOutput_) {
     preview_.appendOutput(settings_.outputLineSeparator);
@@ -78,8 +78,8 @@ void OutputStage::noteWritten(bool written) {
 
 void OutputStage::logEmptyText() {
   const std::int64_t reason = errno;
-  log_.addToImportLog(LogError,
-                      localizedFormat(u"Could not write to \"%@\" [errno %d]", {toUtf16(temporaryPath_), reason}));
+  log_.addToImportLog(
+      LogError, localizedFormat(u"Could not write to \"%@\" [errno %d]", {toUtf16(temporaryPath_), reason}));
 }
 
 // False if the joined text is empty.

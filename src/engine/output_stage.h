@@ -25,16 +25,16 @@ class OutputStage {
     std::int64_t linesWritten = 0;
   };
 
-  // writer is null in a preview. temporaryPath names the file in messages; temporaryFolder is asked when memory
-  // does not suffice. All references outlive the stage.
+  // writer is null in a preview. temporaryPath names the file in messages; temporaryFolder is asked when
+  // memory does not suffice. All references outlive the stage.
   OutputStage(const FileSettings& settings, TextWriter* writer, PreviewFeed& preview, JobLog& log,
               std::string temporaryPath, std::function<std::string()> temporaryFolder);
 
   // One kept line. keptLineCount counts those before it.
   void add(const OutputCells& cells, std::int64_t keptLineCount);
 
-  // What waits for more lines to be joined with goes out as it is; it does not count as a written line, which is
-  // meant.
+  // What waits for more lines to be joined with goes out as it is; it does not count as a written line, which
+  // is meant.
   void flushPending();
 
   // A write failed; the reading must end with this line.

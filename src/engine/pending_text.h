@@ -1,5 +1,5 @@
-// Texts that wait to be joined into one. What is too long for memory waits in a file without a name, so that joining
-// any number of lines takes a bounded amount of memory.
+// Texts that wait to be joined into one. What is too long for memory waits in a file without a name, so that
+// joining any number of lines takes a bounded amount of memory.
 #pragma once
 
 #include <cstdio>
@@ -37,10 +37,10 @@ class PendingText {
   void moveToFile();
 
   std::function<std::string()> folder_;
-  TextBuffer memory_;           // what follows behind the file's content
-  std::FILE* file_ = nullptr;   // already unlinked
-  bool noFile_ = false;         // none could be made or written to: memory has to do
-  std::size_t units_ = 0;       // of the whole text
+  TextBuffer memory_;          // what follows behind the file's content
+  std::FILE* file_ = nullptr;  // already unlinked
+  bool noFile_ = false;        // none could be made or written to: memory has to do
+  std::size_t units_ = 0;      // of the whole text
   std::size_t partCount_ = 0;
 };
 

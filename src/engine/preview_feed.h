@@ -21,7 +21,8 @@ class PreviewFeed {
     const Fill& fill = fillOf(side);
     return !bounded_ || (fill.rows < kMostRows && fill.units < kMostRowUnits);
   }
-  // moreInput: the cells of the line as it was read, of a file that is not split into lines; null for one that is.
+  // moreInput: the cells of the line as it was read, of a file that is not split into lines; null for one
+  // that is.
   void addRow(PreviewStores::Side side, const OutputCells& cells, const Cells* moreInput);
 
   bool takesOutput() const { return !bounded_ || outputUnits_ < PreviewStores::kTextUnits; }
@@ -29,13 +30,16 @@ class PreviewFeed {
 
  private:
   static constexpr std::size_t kMostRows = 1'000;
-  static constexpr std::size_t kMostRowUnits = 2'097'152;  // of all rows: some hundred lines of the longest kind
+  static constexpr std::size_t kMostRowUnits =
+      2'097'152;  // of all rows: some hundred lines of the longest kind
 
   struct Fill {
     std::size_t rows = 0;
     std::size_t units = 0;
   };
-  const Fill& fillOf(PreviewStores::Side side) const { return side == PreviewStores::Side::Input ? input_ : output_; }
+  const Fill& fillOf(PreviewStores::Side side) const {
+    return side == PreviewStores::Side::Input ? input_ : output_;
+  }
 
   PreviewStores& stores_;
   bool bounded_;

@@ -24,7 +24,8 @@ struct InputFile {
   std::int64_t fileEncoding = 4;
   std::int64_t fileType = 1;  // 1 tab-delimited, 2 CSV, 3 pipe-delimited
   std::optional<OperationList> operations;
-  std::optional<std::vector<ColumnEntry>> expectedColumnsInLine;  // absent before the first pass with a kept line
+  std::optional<std::vector<ColumnEntry>>
+      expectedColumnsInLine;  // absent before the first pass with a kept line
   bool operator==(const InputFile&) const = default;
 };
 

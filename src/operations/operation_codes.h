@@ -64,7 +64,14 @@ inline constexpr std::int64_t CaseSensitiveFlag = 1;
 inline constexpr std::int64_t UseInvalidStringFlag = 1;
 
 enum class CharacterClass : std::int64_t { Characters = 0, Control = 1, Uncommon = 2 };
-enum class LineSkipType : std::int64_t { IfBlank, IfContains, LineNumbers, IfStartsWith, IfEndsWith, IfMatches };
+enum class LineSkipType : std::int64_t {
+  IfBlank,
+  IfContains,
+  LineNumbers,
+  IfStartsWith,
+  IfEndsWith,
+  IfMatches
+};
 enum class TrimType : std::int64_t { String, Characters, Whitespace, RegularExpression };
 enum class TrimFromWhere : std::int64_t { BothSides, Start, End };
 enum class ReplaceType : std::int64_t { String, RegularExpression };
@@ -73,6 +80,8 @@ enum class ReformatAs : std::int64_t { Date = 1, Time, DateTime, Integer, Number
 enum class WriteMode : std::int64_t { CreateNew = 1, Overwrite, Append };
 
 // All the named bits are set.
-constexpr bool hasFlags(std::int64_t value, std::int64_t flags) { return (value & flags) == flags; }
+constexpr bool hasFlags(std::int64_t value, std::int64_t flags) {
+  return (value & flags) == flags;
+}
 
 }  // namespace quillet

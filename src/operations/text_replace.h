@@ -15,9 +15,10 @@ namespace quillet {
 // One object serves one thread.
 class TextReplacer {
  public:
-  // The values of the operation's arguments as they stand. An empty text to replace, an unknown type and a regular
-  // expression that does not compile change nothing.
-  TextReplacer(std::int64_t replaceType, CaseSensitivity sensitivity, std::u16string_view what, std::u16string_view with);
+  // The values of the operation's arguments as they stand. An empty text to replace, an unknown type and a
+  // regular expression that does not compile change nothing.
+  TextReplacer(std::int64_t replaceType, CaseSensitivity sensitivity, std::u16string_view what,
+               std::u16string_view with);
 
   // The text itself, or a text in the arena.
   std::u16string_view replaced(std::u16string_view text, TextArena& arena);

@@ -14,7 +14,8 @@ CharacterSet setOf(std::int64_t trimType, CaseSensitivity sensitivity, std::u16s
   return CharacterSet::withCharactersInString(lowercaseString(text) + uppercaseString(text));
 }
 
-std::optional<RegularExpression> expressionOf(std::int64_t trimType, CaseSensitivity sensitivity, std::u16string_view text) {
+std::optional<RegularExpression> expressionOf(std::int64_t trimType, CaseSensitivity sensitivity,
+                                              std::u16string_view text) {
   if (static_cast<TrimType>(trimType) != TrimType::RegularExpression) return std::nullopt;
   return RegularExpression::compiled(text, sensitivity);
 }
@@ -40,7 +41,8 @@ std::optional<TextRange> longestRangeOfCharactersInSet(const CharacterSet& set, 
   }
 }
 
-TextTrimmer::TextTrimmer(std::int64_t trimType, std::int64_t trimFromWhere, CaseSensitivity sensitivity, std::u16string_view text)
+TextTrimmer::TextTrimmer(std::int64_t trimType, std::int64_t trimFromWhere, CaseSensitivity sensitivity,
+                         std::u16string_view text)
     : trimType_(trimType),
       fromStart_(trimFromWhere == static_cast<std::int64_t>(TrimFromWhere::BothSides) ||
                  trimFromWhere == static_cast<std::int64_t>(TrimFromWhere::Start)),
@@ -76,7 +78,8 @@ std::u16string_view TextTrimmer::withoutStart(std::u16string_view text) const {
       if (const auto found = longestRangeOfCharactersInSet(set_, text, AnchoredSearch, false))
         return text.substr(found->end());
       return text;
-    case TrimType::RegularExpression: break;
+    case TrimType::RegularExpression:
+      break;
   }
   return text;
 }
@@ -90,10 +93,12 @@ std::u16string_view TextTrimmer::withoutEnd(std::u16string_view text) const {
       while (!text.empty() && isWhitespace(text.back())) text.remove_suffix(1);
       return text;
     case TrimType::Characters:
-      if (const auto found = longestRangeOfCharactersInSet(set_, text, BackwardsSearch | AnchoredSearch, true))
+      if (const auto found =
+              longestRangeOfCharactersInSet(set_, text, BackwardsSearch | AnchoredSearch, true))
         return text.substr(0, found->location);
       return text;
-    case TrimType::RegularExpression: break;
+    case TrimType::RegularExpression:
+      break;
   }
   return text;
 }

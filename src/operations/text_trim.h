@@ -15,8 +15,8 @@ namespace quillet {
 
 // The innermost character that the run of members at one end of the text reaches, as a range in UTF-16 units;
 // nothing if the text does not begin (end, with fromEnd) with a member. options: AnchoredSearch, and
-// BackwardsSearch with fromEnd. The walk goes on one unit at a time: forwards a surrogate pair ends it after it has been reached,
-// backwards it is reached only as the very last character.
+// BackwardsSearch with fromEnd. The walk goes on one unit at a time: forwards a surrogate pair ends it after
+// it has been reached, backwards it is reached only as the very last character.
 std::optional<TextRange> longestRangeOfCharactersInSet(const CharacterSet& set, std::u16string_view text,
                                                        SearchOptions options, bool fromEnd);
 

@@ -23,8 +23,8 @@ bool canBeConverted(std::u16string_view sequence, Encoding encoding);
 // Appends the bytes of one composed sequence. False, and nothing appended, when it cannot be converted.
 bool appendEncoded(std::u16string_view sequence, Encoding encoding, std::string& out);
 
-// From a unit that is a sequence by itself to its byte, 0 for those without one and for U+0000. Null for UTF-8 and for
-// unknown encodings. 65,536 entries.
+// From a unit that is a sequence by itself to its byte, 0 for those without one and for U+0000. Null for
+// UTF-8 and for unknown encodings. 65,536 entries.
 const std::uint8_t* singleByteEncodeTable(Encoding encoding);
 
 // Converts a text of any length, sequence by sequence: nothing if one of them cannot be converted.

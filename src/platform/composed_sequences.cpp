@@ -193,7 +193,8 @@ InertUnits::InertUnits() {
 }
 
 const InertUnits& InertUnits::table() {
-  static const InertUnits& made = *new InertUnits;  // never destroyed: job threads may outlive the end of main()
+  static const InertUnits& made =
+      *new InertUnits;  // never destroyed: job threads may outlive the end of main()
   return made;
 }
 

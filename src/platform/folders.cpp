@@ -176,17 +176,19 @@ int lockedFolder(const std::string& path) {
   return -1;
 }
 
-// What a process left that was killed: a folder of ours that nobody holds the lock of, and that is not just being
-// made.
+// What a process left that was killed: a folder of ours that nobody holds the lock of, and that is not just
+// being made.
 void removeAbandonedFolders(const std::string& parent) {
   constexpr auto kSurelyMade = std::chrono::minutes(10);
   std::error_code error;
   const auto now = std::filesystem::file_time_type::clock::now();
   for (const auto& entry : std::filesystem::directory_iterator(parent, error)) {
     const std::string name = entry.path().filename().string();
-    if (!name.starts_with(kTemporaryFolderPrefix) || name.size() != kTemporaryFolderPrefix.size() + 6) continue;
+    if (!name.starts_with(kTemporaryFolderPrefix) || name.size() != kTemporaryFolderPrefix.size() + 6)
+      continue;
     struct stat status;
-    if (lstat(entry.path().c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != geteuid()) continue;
+    if (lstat(entry.path().c_str(), &status) != 0 || !S_ISDIR(status.st_mode) || status.st_uid != geteuid())
+      continue;
     if (now - entry.last_write_time(error) < kSurelyMade || error) continue;
     const int lock = lockedFolder(entry.path().string());
     if (lock < 0) continue;

@@ -30,7 +30,8 @@ class UserFolders final : public Folders {
 };
 
 // A folder of mode 0700 with a name that no other run has, removed with its content's leftovers by the
-// destructor; what a killed process left behind in the parent is removed too. path() is empty if it could not be made.
+// destructor; what a killed process left behind in the parent is removed too. path() is empty if it could not
+// be made.
 class PrivateTemporaryFolder {
  public:
   explicit PrivateTemporaryFolder(const std::string& parent);  // parent is made when missing

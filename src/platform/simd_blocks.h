@@ -1,5 +1,5 @@
-// Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; and the
-// widening and narrowing of ASCII. With SSE2 where the processor has it, plain loops elsewhere.
+// Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; and
+// the widening and narrowing of ASCII. With SSE2 where the processor has it, plain loops elsewhere.
 #pragma once
 
 #include <algorithm>
@@ -22,19 +22,26 @@ constexpr std::uint64_t lowBits(std::size_t n) {
   return n >= kBlock ? ~std::uint64_t{0} : (std::uint64_t{1} << n) - 1;
 }
 
-// Bit i of the result is the parity of the bits 0 to i: the bits that lie at or behind an odd number of set bits.
+// Bit i of the result is the parity of the bits 0 to i: the bits that lie at or behind an odd number of set
+// bits.
 constexpr std::uint64_t prefixParity(std::uint64_t bits) {
   for (int shift = 1; shift < 64; shift *= 2) bits ^= bits << shift;
   return bits;
 }
 
 // Whether the number of set bits is odd.
-inline bool isOdd(std::uint64_t bits) { return __builtin_parityll(bits) != 0; }
+inline bool isOdd(std::uint64_t bits) {
+  return __builtin_parityll(bits) != 0;
+}
 
 #if defined(__SSE2__)
 
-inline __m128i load(const void* from) { return _mm_loadu_si128(static_cast<const __m128i*>(from)); }
-inline void store(void* to, __m128i value) { _mm_storeu_si128(static_cast<__m128i*>(to), value); }
+inline __m128i load(const void* from) {
+  return _mm_loadu_si128(static_cast<const __m128i*>(from));
+}
+inline void store(void* to, __m128i value) {
+  _mm_storeu_si128(static_cast<__m128i*>(to), value);
+}
 
 inline std::uint64_t joinMasks(int first, int second, int third, int fourth) {
   return std::uint64_t(std::uint16_t(first)) | std::uint64_t(std::uint16_t(second)) << 16 |

@@ -1,5 +1,5 @@
-// Growing buffers for the hot loops: they never set memory that is about to be written, and keep what they have
-// between lines, so that nothing is allocated in the steady state.
+// Growing buffers for the hot loops: they never set memory that is about to be written, and keep what they
+// have between lines, so that nothing is allocated in the steady state.
 #pragma once
 
 #include <algorithm>
@@ -89,7 +89,7 @@ class TextArena {
   }
 
  private:
-  static constexpr std::size_t kFirstChunk = 65'536;   // units
+  static constexpr std::size_t kFirstChunk = 65'536;  // units
   static constexpr std::size_t kKeptUnits = 1'048'576;
 
   struct Chunk {

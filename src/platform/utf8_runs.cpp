@@ -15,7 +15,9 @@ namespace quillet {
 
 namespace {
 
-bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+bool isContinuation(unsigned char byte) {
+  return (byte & 0xC0) == 0x80;
+}
 
 // Decodes the one character at the start; false if it is invalid or longer than the input.
 bool decodeOne(const unsigned char* from, std::size_t count, char16_t* to, DecodedRun& run) {
@@ -163,7 +165,8 @@ class DecodeTable {
                                    [&](const Shuffle& other) { return other.from == shuffle.from; });
     const auto index = same - shuffles_.begin();
     if (index == shuffleCount_) shuffles_[static_cast<std::size_t>(shuffleCount_++)] = shuffle;
-    return {static_cast<std::uint16_t>(index), static_cast<std::uint8_t>(start), static_cast<std::uint8_t>(characters)};
+    return {static_cast<std::uint16_t>(index), static_cast<std::uint8_t>(start),
+            static_cast<std::uint8_t>(characters)};
   }
 
   std::array<Entry, 4096> entries_{};
@@ -181,7 +184,8 @@ QUILLET_SHUFFLES std::uint64_t atLeast(const __m128i (&parts)[4], unsigned char 
   // Unsigned: the larger of both is the byte itself.
   const __m128i limit = _mm_set1_epi8(static_cast<char>(byte));
   int masks[4];
-  for (int i = 0; i < 4; ++i) masks[i] = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(parts[i], limit), parts[i]));
+  for (int i = 0; i < 4; ++i)
+    masks[i] = _mm_movemask_epi8(_mm_cmpeq_epi8(_mm_max_epu8(parts[i], limit), parts[i]));
   return simd::joinMasks(masks[0], masks[1], masks[2], masks[3]);
 }
 
@@ -194,7 +198,8 @@ QUILLET_SHUFFLES std::uint64_t equalTo(const __m128i (&parts)[4], unsigned char 
 
 // count: of the bytes that may be used, 1 to 64.
 QUILLET_SHUFFLES ByteKinds kindsOf(const unsigned char* from, std::size_t count) {
-  const __m128i parts[4] = {simd::load(from), simd::load(from + 16), simd::load(from + 32), simd::load(from + 48)};
+  const __m128i parts[4] = {simd::load(from), simd::load(from + 16), simd::load(from + 32),
+                            simd::load(from + 48)};
   const std::uint64_t from80 = simd::joinMasks(_mm_movemask_epi8(parts[0]), _mm_movemask_epi8(parts[1]),
                                                _mm_movemask_epi8(parts[2]), _mm_movemask_epi8(parts[3]));
   const std::uint64_t fromC0 = atLeast(parts, 0xC0);
@@ -204,8 +209,8 @@ QUILLET_SHUFFLES ByteKinds kindsOf(const unsigned char* from, std::size_t count)
   const std::uint64_t continuations = from80 & ~fromC0;
   const std::uint64_t threeByteLeads = fromE0 & ~fromF0;
   const std::uint64_t expected = fromC2 << 1 | threeByteLeads << 2;  // F0 and above are refused below
-  // Where something is wrong, or for one by one: a byte that should continue and does not, or the other way round; leads
-  // that are never valid, or of four bytes; and what E0 and ED do not allow behind them.
+  // Where something is wrong, or for one by one: a byte that should continue and does not, or the other way
+  // round; leads that are never valid, or of four bytes; and what E0 and ED do not allow behind them.
   std::uint64_t wrong = (continuations ^ expected) | (fromC0 & ~fromC2) | fromF0;
   if (threeByteLeads) {
     const std::uint64_t fromA0 = atLeast(parts, 0xA0);
@@ -222,8 +227,8 @@ QUILLET_SHUFFLES ByteKinds kindsOf(const unsigned char* from, std::size_t count)
   return {continuations, simd::lowBits(usable)};
 }
 
-QUILLET_SHUFFLES void decodeStep(__m128i bytes, const DecodeTable& table,
-                                                 const DecodeTable::Entry& entry, char16_t* to) {
+QUILLET_SHUFFLES void decodeStep(__m128i bytes, const DecodeTable& table, const DecodeTable::Entry& entry,
+                                 char16_t* to) {
   const __m128i lanes = _mm_shuffle_epi8(bytes, simd::load(table.shuffle(entry).from.data()));
   if (entry.characters == 6) {
     const __m128i low = _mm_and_si128(lanes, _mm_set1_epi16(0x007F));
@@ -241,7 +246,7 @@ QUILLET_SHUFFLES void decodeStep(__m128i bytes, const DecodeTable& table,
 
 // One block of up to 64 bytes, as far as its characters have at most 3 bytes.
 QUILLET_SHUFFLES std::size_t decodeBlock(const unsigned char* from, std::size_t count, char16_t* to,
-                                                         const DecodeTable& table, std::size_t& units) {
+                                         const DecodeTable& table, std::size_t& units) {
   const ByteKinds kinds = kindsOf(from, count);
   if (kinds.usable == 0) return 0;
   const auto usable = static_cast<std::size_t>(std::popcount(kinds.usable));
@@ -273,8 +278,8 @@ QUILLET_SHUFFLES DecodedRun decodeByShuffles(const unsigned char* from, std::siz
   DecodedRun run;
   while (run.bytes < count) {
     std::size_t units = 0;
-    const std::size_t bytes =
-        decodeBlock(from + run.bytes, std::min(count - run.bytes, simd::kBlock), to + run.units, table, units);
+    const std::size_t bytes = decodeBlock(from + run.bytes, std::min(count - run.bytes, simd::kBlock),
+                                          to + run.units, table, units);
     run.bytes += bytes;
     run.units += units;
     run.characters += units;
@@ -286,8 +291,8 @@ QUILLET_SHUFFLES DecodedRun decodeByShuffles(const unsigned char* from, std::siz
 
 // Where the bytes of each lane go when only those that count are kept: by which lanes are how long.
 struct EncodeTables {
-  std::array<Shuffle, 256> pairs;   // eight lanes of 2 bytes; a set bit is a lane of one
-  std::array<Shuffle, 256> triples; // four lanes of 4 bytes; two bits each: how many more than one count
+  std::array<Shuffle, 256> pairs;    // eight lanes of 2 bytes; a set bit is a lane of one
+  std::array<Shuffle, 256> triples;  // four lanes of 4 bytes; two bits each: how many more than one count
   std::array<std::uint8_t, 256> tripleBytes{};
 
   EncodeTables() {
@@ -302,7 +307,8 @@ struct EncodeTables {
       at = 0;
       for (std::size_t lane = 0; lane < 4; ++lane) {
         const std::size_t length = 1 + std::min<std::size_t>(2, index >> lane * 2 & 3);
-        for (std::size_t i = 0; i < length; ++i) triples[index].from[at++] = static_cast<std::uint8_t>(lane * 4 + i);
+        for (std::size_t i = 0; i < length; ++i)
+          triples[index].from[at++] = static_cast<std::uint8_t>(lane * 4 + i);
       }
       tripleBytes[index] = static_cast<std::uint8_t>(at);
     }
@@ -317,7 +323,8 @@ struct EncodeTables {
 QUILLET_SHUFFLES std::size_t encodePairs(__m128i units, const EncodeTables& tables, char* to) {
   const __m128i isAscii = _mm_cmplt_epi16(units, _mm_set1_epi16(0x80));
   const __m128i first = _mm_or_si128(_mm_srli_epi16(units, 6), _mm_set1_epi16(0x00C0));
-  const __m128i second = _mm_slli_epi16(_mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80)), 8);
+  const __m128i second =
+      _mm_slli_epi16(_mm_or_si128(_mm_and_si128(units, _mm_set1_epi16(0x3F)), _mm_set1_epi16(0x80)), 8);
   const __m128i lanes =
       _mm_or_si128(_mm_and_si128(isAscii, units), _mm_andnot_si128(isAscii, _mm_or_si128(first, second)));
   const int mask = _mm_movemask_epi8(_mm_packs_epi16(isAscii, _mm_setzero_si128()));
@@ -330,10 +337,11 @@ QUILLET_SHUFFLES std::size_t encodeTriples(__m128i units, const EncodeTables& ta
   const auto bits = [](int value) { return _mm_set1_epi32(value); };
   const __m128i low = _mm_or_si128(_mm_and_si128(units, bits(0x3F)), bits(0x80));
   const __m128i middle = _mm_and_si128(_mm_srli_epi32(units, 6), bits(0x3F));
-  const __m128i two = _mm_or_si128(_mm_or_si128(_mm_srli_epi32(units, 6), bits(0xC0)), _mm_slli_epi32(low, 8));
-  const __m128i three =
-      _mm_or_si128(_mm_or_si128(_mm_srli_epi32(units, 12), bits(0xE0)),
-                   _mm_or_si128(_mm_slli_epi32(_mm_or_si128(middle, bits(0x80)), 8), _mm_slli_epi32(low, 16)));
+  const __m128i two =
+      _mm_or_si128(_mm_or_si128(_mm_srli_epi32(units, 6), bits(0xC0)), _mm_slli_epi32(low, 8));
+  const __m128i three = _mm_or_si128(
+      _mm_or_si128(_mm_srli_epi32(units, 12), bits(0xE0)),
+      _mm_or_si128(_mm_slli_epi32(_mm_or_si128(middle, bits(0x80)), 8), _mm_slli_epi32(low, 16)));
   const __m128i isLong = _mm_cmpgt_epi32(units, bits(0x7FF));
   const __m128i isNotAscii = _mm_cmpgt_epi32(units, bits(0x7F));
   const __m128i longer = _mm_or_si128(_mm_and_si128(isLong, three), _mm_andnot_si128(isLong, two));
@@ -341,7 +349,9 @@ QUILLET_SHUFFLES std::size_t encodeTriples(__m128i units, const EncodeTables& ta
   // Two bits a lane: 0, 1 or 2 bytes more.
   const auto notAscii = static_cast<unsigned>(_mm_movemask_ps(_mm_castsi128_ps(isNotAscii)));
   const auto longOnes = static_cast<unsigned>(_mm_movemask_ps(_mm_castsi128_ps(isLong)));
-  const auto spread = [](unsigned four) { return (four & 1) | (four & 2) << 1 | (four & 4) << 2 | (four & 8) << 3; };
+  const auto spread = [](unsigned four) {
+    return (four & 1) | (four & 2) << 1 | (four & 4) << 2 | (four & 8) << 3;
+  };
   const unsigned index = spread(notAscii) + spread(longOnes);
   simd::store(to, _mm_shuffle_epi8(lanes, simd::load(tables.triples[index].from.data())));
   return tables.tripleBytes[index];
@@ -362,7 +372,8 @@ QUILLET_SHUFFLES EncodedRun encodeByShuffles(std::u16string_view text, char* to)
       continue;
     }
     if (!standAlone8(text.data() + run.units)) break;
-    const int below800 = _mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(units, _mm_set1_epi16(~0x7FF)), zero));
+    const int below800 =
+        _mm_movemask_epi8(_mm_cmpeq_epi16(_mm_and_si128(units, _mm_set1_epi16(~0x7FF)), zero));
     if (below800 == 0xFFFF) {
       run.bytes += encodePairs(units, tables, to + run.bytes);
       continue;

@@ -23,13 +23,14 @@ bool isPlainAscii(std::u16string_view text) {
   });
 }
 
-// A plain ASCII character always starts a sequence; it is one by itself unless something joins it from behind.
+// A plain ASCII character always starts a sequence; it is one by itself unless something joins it from
+// behind.
 bool standsAlone(std::u16string_view line, std::size_t at) {
   return at + 1 == line.size() || line[at + 1] < 0x300 || composedSequenceEnd(line, at) == at + 1;
 }
 
-// Calls visit(start, block, size) for each block of 64 units; the last, shorter one is a copy, so that nothing
-// beyond the line is read.
+// Calls visit(start, block, size) for each block of 64 units; the last, shorter one is a copy, so that
+// nothing beyond the line is read.
 template <typename Visit>
 void forEachBlock(std::u16string_view line, Visit visit) {
   std::size_t start = 0;
@@ -120,7 +121,7 @@ void FieldSplitter::splitQuoted(std::u16string_view line, Cells& into, TextArena
   const char16_t separator = hasSeparator ? separator_[0] : quote;
   Field field(line, into, arena);
   bool inQuotes = false;
-  std::size_t pieceStart = 0;     // of the text that is not yet added to the field
+  std::size_t pieceStart = 0;         // of the text that is not yet added to the field
   std::size_t skipped = line.size();  // the second quote of a doubled one
   forEachBlock(line, [&](std::size_t start, const simd::UnitBlock& block, std::uint64_t inReach) {
     std::uint64_t hits = block.equalTo(quote);
@@ -153,7 +154,8 @@ void FieldSplitter::splitBySequences(std::u16string_view line, Cells& into, Text
   Field field(line, into, arena);
   bool inQuotes = false;
   const auto isAt = [&](std::size_t at, const std::u16string& wanted) {
-    return !wanted.empty() && at < line.size() && line.substr(at, composedSequenceEnd(line, at) - at) == wanted;
+    return !wanted.empty() && at < line.size() &&
+           line.substr(at, composedSequenceEnd(line, at) - at) == wanted;
   };
   std::size_t pieceStart = 0;
   for (std::size_t at = 0; at < line.size();) {
@@ -178,8 +180,8 @@ void FieldSplitter::splitBySequences(std::u16string_view line, Cells& into, Text
   field.finish();
 }
 
-void findFieldsInLine(std::u16string_view line, std::vector<std::u16string>& into, std::u16string_view separatorString,
-                      std::u16string_view quoteString) {
+void findFieldsInLine(std::u16string_view line, std::vector<std::u16string>& into,
+                      std::u16string_view separatorString, std::u16string_view quoteString) {
   Cells cells;
   TextArena arena;
   FieldSplitter(separatorString, quoteString).split(line, cells, arena);

@@ -3,8 +3,8 @@
 //   A n n \t O s l o      without quotes fields are [start, end) in units of the line:
 //   0     3  4       8    fields[0] = [0, 3), fields[1] = [4, 8)
 //
-// Separator and quote are compared with whole composed sequences, so a separator of two or more characters never
-// matches, and a comma with a combining mark is no comma. Both are meant.
+// Separator and quote are compared with whole composed sequences, so a separator of two or more characters
+// never matches, and a comma with a combining mark is no comma. Both are meant.
 #pragma once
 
 #include <string>
@@ -38,7 +38,7 @@ class FieldSplitter {
 };
 
 // The fields of one line as texts of their own. An absent separator or quote is an empty text.
-void findFieldsInLine(std::u16string_view line, std::vector<std::u16string>& into, std::u16string_view separatorString,
-                      std::u16string_view quoteString);
+void findFieldsInLine(std::u16string_view line, std::vector<std::u16string>& into,
+                      std::u16string_view separatorString, std::u16string_view quoteString);
 
 }  // namespace quillet

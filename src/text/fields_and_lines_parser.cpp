@@ -1,11 +1,10 @@
 #include "text/fields_and_lines_parser.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <bit>
 #include <cerrno>
 #include <cstring>
+#include <unistd.h>
 
 #include "platform/code_pages.h"
 #include "platform/localization.h"
@@ -23,10 +22,14 @@ constexpr std::uint8_t kSpecial = 2;  // the quote, or the last unit of the sepa
 // The three characters with a canonical equivalent in ASCII.
 char32_t asciiEquivalent(char32_t character) {
   switch (character) {
-    case 0x037E: return U';';
-    case 0x1FEF: return U'`';
-    case 0x212A: return U'K';
-    default: return character;
+    case 0x037E:
+      return U';';
+    case 0x1FEF:
+      return U'`';
+    case 0x212A:
+      return U'K';
+    default:
+      return character;
   }
 }
 
@@ -52,13 +55,17 @@ int expectedLength(unsigned char first) {
   return first < 0xF0 ? 3 : 4;
 }
 
-bool isContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
+bool isContinuation(unsigned char byte) {
+  return (byte & 0xC0) == 0x80;
+}
 
 // Whether the bytes are one complete character.
 bool isValidUtf8(const unsigned char* b, int count) {
   switch (count) {
-    case 1: return b[0] < 0x80;
-    case 2: return b[0] >= 0xC2 && b[0] <= 0xDF && isContinuation(b[1]);
+    case 1:
+      return b[0] < 0x80;
+    case 2:
+      return b[0] >= 0xC2 && b[0] <= 0xDF && isContinuation(b[1]);
     case 3:
       if (!isContinuation(b[1]) || !isContinuation(b[2])) return false;
       if (b[0] == 0xE0) return b[1] >= 0xA0;
@@ -69,17 +76,22 @@ bool isValidUtf8(const unsigned char* b, int count) {
       if (b[0] == 0xF0) return b[1] >= 0x90;
       if (b[0] == 0xF4) return b[1] <= 0x8F;
       return b[0] >= 0xF1 && b[0] <= 0xF3;
-    default: return false;
+    default:
+      return false;
   }
 }
 
 // The code point of a valid sequence.
 char32_t decodedUtf8(const unsigned char* b, int count) {
   switch (count) {
-    case 1: return b[0];
-    case 2: return (b[0] & 0x1Fu) << 6 | (b[1] & 0x3Fu);
-    case 3: return (b[0] & 0x0Fu) << 12 | (b[1] & 0x3Fu) << 6 | (b[2] & 0x3Fu);
-    default: return (b[0] & 0x07u) << 18 | (b[1] & 0x3Fu) << 12 | (b[2] & 0x3Fu) << 6 | (b[3] & 0x3Fu);
+    case 1:
+      return b[0];
+    case 2:
+      return (b[0] & 0x1Fu) << 6 | (b[1] & 0x3Fu);
+    case 3:
+      return (b[0] & 0x0Fu) << 12 | (b[1] & 0x3Fu) << 6 | (b[2] & 0x3Fu);
+    default:
+      return (b[0] & 0x07u) << 18 | (b[1] & 0x3Fu) << 12 | (b[2] & 0x3Fu) << 6 | (b[3] & 0x3Fu);
   }
 }
 
@@ -89,8 +101,10 @@ std::uint64_t stopBits(const unsigned char* bytes, const std::uint8_t* classes) 
   return mask;
 }
 
-// Puts the units of the bytes at the set bits in their places; returns the bit of the first that must be stopped at.
-std::uint64_t decodeHighBytes(const unsigned char* bytes, std::uint64_t high, const LineRules& rules, char16_t* units) {
+// Puts the units of the bytes at the set bits in their places; returns the bit of the first that must be
+// stopped at.
+std::uint64_t decodeHighBytes(const unsigned char* bytes, std::uint64_t high, const LineRules& rules,
+                              char16_t* units) {
   for (; high; high &= high - 1) {
     const int i = std::countr_zero(high);
     if (rules.highByteStops[bytes[i] & 0x7F]) return high & (~high + 1);
@@ -197,30 +211,36 @@ ReadResult FieldsAndLinesParser::readLineFrom(int descriptor, const LineRules& r
   for (;;) {
     Step step = readStretch(call);
     if (step == Step::GoOn) {
-      if (rules.plainNotAscii && !rules.singleByteTable && !rules.decodesRuns && readPlainCharacters(call)) continue;
+      if (rules.plainNotAscii && !rules.singleByteTable && !rules.decodesRuns && readPlainCharacters(call))
+        continue;
       step = readCharacter(call);
     }
     switch (step) {
-      case Step::GoOn: break;
-      case Step::LineEnded: return ReadResult::Line;
-      case Step::Failed: return ReadResult::Failure;
-      case Step::EndOfFile: return ReadResult::EndOfFile;
+      case Step::GoOn:
+        break;
+      case Step::LineEnded:
+        return ReadResult::Line;
+      case Step::Failed:
+        return ReadResult::Failure;
+      case Step::EndOfFile:
+        return ReadResult::EndOfFile;
     }
   }
 }
 
 // What can be taken at once of the bytes at hand.
 struct FieldsAndLinesParser::Stretch {
-  std::size_t bytes = 0;      // up to a stop, or up to and with the last unit of what may be a separator
+  std::size_t bytes = 0;  // up to a stop, or up to and with the last unit of what may be a separator
   bool atSeparator = false;
-  bool atStop = false;        // what follows is for the step by step rule
-  std::uint64_t quotes = 0;   // where the bytes are the quote
+  bool atStop = false;       // what follows is for the step by step rule
+  std::uint64_t quotes = 0;  // where the bytes are the quote
 };
 
-// The quotes before a byte tell by their parity whether it is enclosed. In a single-byte encoding units become
-// those of the first 64 bytes, in UTF-8 as far as they are ASCII.
+// The quotes before a byte tell by their parity whether it is enclosed. In a single-byte encoding units
+// become those of the first 64 bytes, in UTF-8 as far as they are ASCII.
 FieldsAndLinesParser::Stretch FieldsAndLinesParser::lookAt(const Call& call, const unsigned char* from,
-                                                           std::size_t wanted, std::uint64_t& high, char16_t* units) {
+                                                           std::size_t wanted, std::uint64_t& high,
+                                                           char16_t* units) {
   const LineRules& rules = call.rules;
   const std::uint64_t inReach = simd::lowBits(wanted);
   const simd::ByteBlock block(from);
@@ -252,27 +272,29 @@ FieldsAndLinesParser::Stretch FieldsAndLinesParser::lookAt(const Call& call, con
   return stretch;
 }
 
-// Takes blocks of text up to the line's end or the first character that needs the step by step rule. Stops short
-// of the limit.
+// Takes blocks of text up to the line's end or the first character that needs the step by step rule. Stops
+// short of the limit.
 FieldsAndLinesParser::Step FieldsAndLinesParser::readStretch(Call& call) {
   const LineRules& rules = call.rules;
   for (;;) {
     // No character has more units than bytes.
-    const std::size_t wanted =
-        std::min({bytesReadIntoInputBuffer_ - inputBufferIndex_, kLineLimit - 1 - call.lineLength(), simd::kBlock});
+    const std::size_t wanted = std::min(
+        {bytesReadIntoInputBuffer_ - inputBufferIndex_, kLineLimit - 1 - call.lineLength(), simd::kBlock});
     const unsigned char* from = inputBuffer_.get() + inputBufferIndex_;
     if (wanted == 0 || (*from >= 0x80 && !rules.hasPlainHighBytes && !rules.decodesRuns)) return Step::GoOn;
     char16_t* const units = call.into.room(simd::kBlock + kRunSlack);
     std::uint64_t high = 0;
     const Stretch stretch = lookAt(call, from, wanted, high, units);
     DecodedRun run{stretch.bytes, stretch.bytes, stretch.bytes};
-    if (rules.decodesRuns && (high & simd::lowBits(stretch.bytes))) run = decodeUtf8Run(from, stretch.bytes, units);
+    if (rules.decodesRuns && (high & simd::lowBits(stretch.bytes)))
+      run = decodeUtf8Run(from, stretch.bytes, units);
     if (run.bytes == 0) return Step::GoOn;
     call.into.extend(run.units);
     call.count(run.bytes, run.characters);
     inputBufferIndex_ += run.bytes;
     if (simd::isOdd(stretch.quotes & simd::lowBits(run.bytes))) call.inQuotes = !call.inQuotes;
-    if (run.bytes < stretch.bytes) continue;  // the next character is cut by the block's end, or it is invalid
+    if (run.bytes < stretch.bytes)
+      continue;  // the next character is cut by the block's end, or it is invalid
     if (stretch.atSeparator && endsInSeparator(call)) return Step::LineEnded;
     if (stretch.atStop) return Step::GoOn;
   }
@@ -291,8 +313,8 @@ bool FieldsAndLinesParser::endsInSeparator(Call& call) {
   return true;
 }
 
-// Takes characters of UTF-8 one by one, as long as the table changes none and they are not ASCII for long. True if it
-// took some and what follows is for readStretch again.
+// Takes characters of UTF-8 one by one, as long as the table changes none and they are not ASCII for long.
+// True if it took some and what follows is for readStretch again.
 bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
   constexpr int kManyAscii = 16;
   constexpr std::size_t kLongest = 4;  // bytes of a character
@@ -341,7 +363,9 @@ bool FieldsAndLinesParser::readPlainCharacters(Call& call) {
     } else if (first < 0xF0) {
       character = (first & 0x0F) << 12 | (at[1] & 0x3Fu) << 6 | (at[2] & 0x3Fu);
       // Valid are two continuations, and neither what fits in fewer bytes nor a surrogate.
-      if (!isContinuation(at[1]) || !isContinuation(at[2]) || character < 0x800 || (character & 0xF800) == 0xD800) break;
+      if (!isContinuation(at[1]) || !isContinuation(at[2]) || character < 0x800 ||
+          (character & 0xF800) == 0xD800)
+        break;
       if (rules.replaceCharacters.affects(character)) break;
       at += 3;
     } else {
@@ -398,7 +422,8 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readUtf8Character(Call& call) {
   unsigned char bytes[4];
   int count = 0, expected = 1;
   do {
-    if (const int result = readCharFrom(call.descriptor, bytes[count]); result != 1) return finishAtEnd(call, result);
+    if (const int result = readCharFrom(call.descriptor, bytes[count]); result != 1)
+      return finishAtEnd(call, result);
     ++call.stats.bytesRead;
     if (count == 0) expected = expectedLength(bytes[0]);
     ++count;
@@ -413,7 +438,8 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::readUtf8Character(Call& call) {
   const char16_t pair[2] = {static_cast<char16_t>(0xD7C0 + (character >> 10)),
                             static_cast<char16_t>(0xDC00 + (character & 0x3FF))};
   const char16_t unit = static_cast<char16_t>(character);
-  const std::u16string_view text = character > 0xFFFF ? std::u16string_view(pair, 2) : std::u16string_view(&unit, 1);
+  const std::u16string_view text =
+      character > 0xFFFF ? std::u16string_view(pair, 2) : std::u16string_view(&unit, 1);
   return appendCharacter(call, call.rules.replaceCharacters.replaced(text));
 }
 
@@ -439,8 +465,8 @@ FieldsAndLinesParser::Step FieldsAndLinesParser::appendCharacter(Call& call, std
   return Step::LineEnded;
 }
 
-// Neither the quote nor the separator is looked for in the replacement, and the limit does not end the call: the
-// next text goes into the same line. This is meant.
+// Neither the quote nor the separator is looked for in the replacement, and the limit does not end the call:
+// the next text goes into the same line. This is meant.
 void FieldsAndLinesParser::appendDecodeError(Call& call, int copies) {
   for (int i = 0; i < copies; ++i) call.into.append(call.rules.decodeErrorReplacement);
   if (call.lineLength() < kLineLimit) return;

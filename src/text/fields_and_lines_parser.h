@@ -1,9 +1,9 @@
 // Turns the bytes of an open file into text, one line a call: the only way that file bytes become text.
 //
 // A parser holds one block of the file and nothing else, so files can be of any size. Bytes are decoded, go
-// through a replacement table, and are cut at the line separator where it stands outside quotes. A line of more
-// than 16,384 UTF-16 units comes in pieces; this is meant. The caller opens and closes the descriptor; who
-// rewinds it needs a new parser.
+// through a replacement table, and are cut at the line separator where it stands outside quotes. A line of
+// more than 16,384 UTF-16 units comes in pieces; this is meant. The caller opens and closes the descriptor;
+// who rewinds it needs a new parser.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +20,7 @@ namespace quillet {
 
 // Counters that the reader adds to and never clears.
 struct ReadLineStats {
-  std::int64_t bytesRead = 0;               // taken from the file, valid or not
+  std::int64_t bytesRead = 0;  // taken from the file, valid or not
   std::int64_t charactersDecoded = 0;
   std::int64_t linesRead = 0;               // ended at a separator or at the end of the file
   std::int64_t maximumLengthLinesRead = 0;  // pieces given out at the limit
@@ -41,16 +41,17 @@ struct LineRules {
 
   // What follows from these.
   TextSearcher separatorAtEnd;
-  const char16_t* singleByteTable;     // null for UTF-8
-  char16_t quoteUnit = 0;              // the quote when it is one ASCII character other than NUL, else 0
-  char16_t separatorLastUnit = 0;      // with plainSeparator; else 0
-  bool plainSeparator = false;         // ASCII that only itself is equivalent to: a comparison of units finds it
-  bool plainNotAscii = false;          // a character that is not ASCII can neither be the quote nor end a line
-  std::uint8_t stops[128] = {};        // 1: an ASCII character that only the step by step rule may handle
+  const char16_t* singleByteTable;  // null for UTF-8
+  char16_t quoteUnit = 0;           // the quote when it is one ASCII character other than NUL, else 0
+  char16_t separatorLastUnit = 0;   // with plainSeparator; else 0
+  bool plainSeparator = false;      // ASCII that only itself is equivalent to: a comparison of units finds it
+  bool plainNotAscii = false;       // a character that is not ASCII can neither be the quote nor end a line
+  std::uint8_t stops[128] = {};     // 1: an ASCII character that only the step by step rule may handle
   bool hasStops = false;
-  bool decodesRuns = false;            // UTF-8 of which no character but the quote needs a look
-  bool hasPlainHighBytes = false;      // a single-byte encoding whose bytes above 7F need not be looked at one by one
-  bool highByteStops[128] = {};        // but for these, by the byte less 80
+  bool decodesRuns = false;  // UTF-8 of which no character but the quote needs a look
+  bool hasPlainHighBytes =
+      false;  // a single-byte encoding whose bytes above 7F need not be looked at one by one
+  bool highByteStops[128] = {};  // but for these, by the byte less 80
 };
 
 enum class ReadResult { Line = 0, Failure = 1, EndOfFile = 2 };
@@ -67,9 +68,9 @@ class FieldsAndLinesParser {
   // 1: a byte was stored; 0: end of file; -1: errno has the reason.
   int readCharFrom(int descriptor, unsigned char& into);
 
-  // Appends the next line, without its separator, to into. Line: a line or a piece is there and more may follow;
-  // EndOfFile: into may hold a last line; Failure: errno has the reason, into is as it was. Decode and read
-  // errors are appended to errorString, if not null.
+  // Appends the next line, without its separator, to into. Line: a line or a piece is there and more may
+  // follow; EndOfFile: into may hold a last line; Failure: errno has the reason, into is as it was. Decode
+  // and read errors are appended to errorString, if not null.
   ReadResult readLineFrom(int descriptor, const LineRules& rules, TextBuffer& into, ReadLineStats& stats,
                           std::u16string* errorString);
 
@@ -93,7 +94,7 @@ class FieldsAndLinesParser {
 
   std::unique_ptr<unsigned char[]> inputBuffer_;
   std::size_t readSize_;
-  std::size_t inputBufferIndex_ = 0;         // of the next unread byte
+  std::size_t inputBufferIndex_ = 0;  // of the next unread byte
   std::size_t bytesReadIntoInputBuffer_ = 0;
 };
 

@@ -25,14 +25,22 @@ bool classContains(std::int64_t key, char16_t firstUnit) {
 std::optional<char16_t> escapedCharacter(std::u16string_view sequence) {
   if (sequence.size() != 1) return std::nullopt;
   switch (sequence[0]) {
-    case u'a': return u'\a';
-    case u'b': return u'\b';
-    case u'f': return u'\f';
-    case u'n': return u'\n';
-    case u'r': return u'\r';
-    case u't': return u'\t';
-    case u'v': return u'\v';
-    default: return std::nullopt;
+    case u'a':
+      return u'\a';
+    case u'b':
+      return u'\b';
+    case u'f':
+      return u'\f';
+    case u'n':
+      return u'\n';
+    case u'r':
+      return u'\r';
+    case u't':
+      return u'\t';
+    case u'v':
+      return u'\v';
+    default:
+      return std::nullopt;
   }
 }
 
@@ -61,8 +69,9 @@ bool textContains(std::u16string_view text, std::u16string_view part) {
 
 ReplacementTable::ReplacementTable(std::vector<Pair> pairs, std::u16string_view quoteString,
                                    std::u16string_view lineSeparator, std::u16string_view columnSeparator)
-    : pairs_(std::move(pairs)), protected_{std::u16string(quoteString), std::u16string(lineSeparator),
-                                           std::u16string(columnSeparator)} {
+    : pairs_(std::move(pairs)),
+      protected_{std::u16string(quoteString), std::u16string(lineSeparator),
+                 std::u16string(columnSeparator)} {
   for (const auto& [key, replacement] : pairs_) {
     if (const auto* number = std::get_if<std::int64_t>(&key)) {
       if (*number == kUncommonClass) affectsUncommon_ = true;
@@ -118,9 +127,10 @@ std::u16string_view ReplacementTable::walked(std::u16string_view character) cons
   return current;
 }
 
-void appendReplacementPairs(std::int64_t characterClass, std::u16string_view characters, std::u16string_view replacement,
-                            std::u16string_view quoteString, std::u16string_view lineSeparator,
-                            std::u16string_view columnSeparator, std::vector<ReplacementTable::Pair>& pairs) {
+void appendReplacementPairs(std::int64_t characterClass, std::u16string_view characters,
+                            std::u16string_view replacement, std::u16string_view quoteString,
+                            std::u16string_view lineSeparator, std::u16string_view columnSeparator,
+                            std::vector<ReplacementTable::Pair>& pairs) {
   if (characterClass == kControlClass || characterClass == kUncommonClass) {
     pairs.emplace_back(characterClass, replacement);
     return;

@@ -22,8 +22,8 @@ class ReplacementTable {
 
   ReplacementTable() = default;
   // The protected texts are never replaced by a class; "" for those that are absent.
-  ReplacementTable(std::vector<Pair> pairs, std::u16string_view quoteString, std::u16string_view lineSeparator,
-                   std::u16string_view columnSeparator);
+  ReplacementTable(std::vector<Pair> pairs, std::u16string_view quoteString,
+                   std::u16string_view lineSeparator, std::u16string_view columnSeparator);
 
   bool isEmpty() const { return pairs_.empty(); }
   const std::vector<Pair>& pairs() const { return pairs_; }
@@ -39,15 +39,16 @@ class ReplacementTable {
   std::vector<Pair> pairs_;
   std::u16string protected_[3];
   std::bitset<256> affectsLow_;
-  std::vector<char32_t> affectedAbove_;  // ascending
+  std::vector<char32_t> affectedAbove_;                          // ascending
   std::map<std::u16string, std::u16string, std::less<>> known_;  // results for the characters that are keys
   bool affectsUncommon_ = false;
 };
 
-// Adds the pairs of one Replace Character operation: characterClass 0 lists characters, with the escapes a, b, f,
-// n, r, t and v; 1 and 2 are the classes. Characters that a protected text contains are left out.
-void appendReplacementPairs(std::int64_t characterClass, std::u16string_view characters, std::u16string_view replacement,
-                            std::u16string_view quoteString, std::u16string_view lineSeparator,
-                            std::u16string_view columnSeparator, std::vector<ReplacementTable::Pair>& pairs);
+// Adds the pairs of one Replace Character operation: characterClass 0 lists characters, with the escapes a,
+// b, f, n, r, t and v; 1 and 2 are the classes. Characters that a protected text contains are left out.
+void appendReplacementPairs(std::int64_t characterClass, std::u16string_view characters,
+                            std::u16string_view replacement, std::u16string_view quoteString,
+                            std::u16string_view lineSeparator, std::u16string_view columnSeparator,
+                            std::vector<ReplacementTable::Pair>& pairs);
 
 }  // namespace quillet

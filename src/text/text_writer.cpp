@@ -1,10 +1,9 @@
 #include "text/text_writer.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <unistd.h>
 
 #include "platform/localization.h"
 #include "platform/simd_blocks.h"
@@ -17,7 +16,7 @@ namespace quillet {
 
 namespace {
 
-constexpr std::size_t kPieceUnits = 4'096;  // of a text that are encoded between two looks at the buffer
+constexpr std::size_t kPieceUnits = 4'096;     // of a text that are encoded between two looks at the buffer
 constexpr std::size_t kShortReplacement = 16;  // bytes; a longer one takes the slow way
 
 // What a run of units was found to hold while it was narrowed.
@@ -36,7 +35,9 @@ class Narrowing {
     const __m128i bytes = note(units, units);
     _mm_storel_epi64(reinterpret_cast<__m128i*>(to), bytes);
   }
-  void take16(const char16_t* from, char* to) { simd::store(to, note(simd::load(from), simd::load(from + 8))); }
+  void take16(const char16_t* from, char* to) {
+    simd::store(to, note(simd::load(from), simd::load(from + 8)));
+  }
   void take1(char16_t unit, char* to) {
     plainAscii_ &= unit != 0 && unit < 0x80;
     plainQuote_ |= unit == u'"';
@@ -111,7 +112,8 @@ char* writeDoublingQuotes(std::u16string_view text, char* to) {
 }
 
 // Without branches, as a text that is not all of one script would have them mispredicted. Writes 3 bytes,
-// which do not all count; of a NUL none does: it is a character, but it ends the bytes of its text before they begin.
+// which do not all count; of a NUL none does: it is a character, but it ends the bytes of its text before
+// they begin.
 inline char* putUtf8(char16_t unit, char* to) {
   const std::uint32_t u = unit;
   const std::uint32_t two = (0xC0 | u >> 6) | (0x80 | (u & 0x3F)) << 8;
@@ -123,13 +125,16 @@ inline char* putUtf8(char16_t unit, char* to) {
   return to + (u != 0) + (u >= 0x80) + (u >= 0x800);
 }
 
-bool isAsciiLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+bool isAsciiLetter(char16_t unit) {
+  return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
+}
 
-// A quote that something joins from behind is another character and is not doubled; this is the comparison of all
-// searches.
+// A quote that something joins from behind is another character and is not doubled; this is the comparison of
+// all searches.
 void appendDoublingQuotes(std::u16string_view cell, TextBuffer& out) {
   std::size_t done = 0;
-  for (std::size_t at = simd::findUnit(cell, u'"', 0); at < cell.size(); at = simd::findUnit(cell, u'"', at + 1)) {
+  for (std::size_t at = simd::findUnit(cell, u'"', 0); at < cell.size();
+       at = simd::findUnit(cell, u'"', at + 1)) {
     const std::size_t next = at + 1;
     if (next < cell.size() && cell[next] >= 0x300 && isExtending(codePointAt(cell, next))) continue;
     out.append(cell.substr(done, next - done));
@@ -149,7 +154,8 @@ void appendQuoted(std::u16string_view cell, TextBuffer& out) {
 void logFailedWrite(const char* bytes, std::size_t count, int reason) {
   constexpr std::size_t kToldBytes = 64;
   const std::u16string head = toUtf16(std::string_view(bytes, std::min(count, kToldBytes)));
-  logToSystem(localizedFormat(u"Could not write string [%@] to file, errno: %d", {head, std::int64_t{reason}}));
+  logToSystem(
+      localizedFormat(u"Could not write string [%@] to file, errno: %d", {head, std::int64_t{reason}}));
 }
 
 }  // namespace
@@ -183,7 +189,8 @@ TextWriter::TextWriter(int descriptor, std::int64_t encoding, std::u16string_vie
       encodeTable_(singleByteEncodeTable(encoding_)),
       asciiIsItself_(encodeTable_ || encoding_ == Encoding::Utf8) {
   // The bytes of a converted text end at its first NUL.
-  if (replacementBytes_) replacementBytes_->resize(std::min(replacementBytes_->find('\0'), replacementBytes_->size()));
+  if (replacementBytes_)
+    replacementBytes_->resize(std::min(replacementBytes_->find('\0'), replacementBytes_->size()));
   if (!encodeTable_) return;
   byteOrReplacement_.assign(encodeTable_, encodeTable_ + 0x10000);
   if (!replacementBytes_ || replacementBytes_->size() != 1) return;
@@ -250,8 +257,8 @@ EncodedRun TextWriter::putFew(std::u16string_view text, char* to) const {
   return run;
 }
 
-// In one walk: runs of units that stand alone, single units that are inert, and sequences, which begin with the inert
-// unit before the first one that is not.
+// In one walk: runs of units that stand alone, single units that are inert, and sequences, which begin with
+// the inert unit before the first one that is not.
 template <TextWriter::Units units>
 void TextWriter::writeUnits(std::u16string_view text) {
   constexpr std::size_t kFewUnits = 8;
@@ -259,7 +266,8 @@ void TextWriter::writeUnits(std::u16string_view text) {
   std::size_t at = 0;
   while (at < text.size()) {
     std::size_t limit = std::min(text.size(), at + kPieceUnits);
-    while (limit < text.size() && !inert_.contains(text[limit])) ++limit;  // nothing behind it joins what is before it
+    while (limit < text.size() && !inert_.contains(text[limit]))
+      ++limit;  // nothing behind it joins what is before it
     char* const start = out_.room((limit - at) * kMostBytes + kRunSlack);
     char* to = start;
     bool hasLast = false;       // the unit before is a sequence so far
@@ -338,10 +346,11 @@ bool TextWriter::writeJoined(std::span<const std::u16string_view> cells, std::u1
   return write(joined_.view());
 }
 
-// Whether nothing can join over the border of a cell, with or without quotes: a separator like a comma or a tab
-// ends every sequence, as a quote does, and no cell begins with what joins them.
+// Whether nothing can join over the border of a cell, with or without quotes: a separator like a comma or a
+// tab ends every sequence, as a quote does, and no cell begins with what joins them.
 bool TextWriter::standApart(std::span<const std::u16string_view> cells, std::u16string_view separator) const {
-  if (separator.size() != 1 || separator[0] >= 0x80 || isAsciiLetter(separator[0]) || separator[0] == 0) return false;
+  if (separator.size() != 1 || separator[0] >= 0x80 || isAsciiLetter(separator[0]) || separator[0] == 0)
+    return false;
   return std::all_of(cells.begin(), cells.end(),
                      [&](std::u16string_view cell) { return cell.empty() || inert_.contains(cell[0]); });
 }
@@ -376,7 +385,8 @@ bool TextWriter::writeAsciiCell(std::u16string_view cell, bool doublesQuotes) {
   const Narrowed found = narrowing.result();
   if (!found.ascii) return false;
   std::size_t bytes = cell.size();
-  if (doublesQuotes && found.hasQuote) bytes = static_cast<std::size_t>(writeDoublingQuotes(cell, start) - start);
+  if (doublesQuotes && found.hasQuote)
+    bytes = static_cast<std::size_t>(writeDoublingQuotes(cell, start) - start);
   out_.extend(bytes);
   charactersEncoded_ += static_cast<std::int64_t>(bytes);
   return true;
@@ -388,8 +398,8 @@ void TextWriter::putAscii(char character) {
   ++charactersEncoded_;
 }
 
-// Narrows cell by cell straight into the buffer. False, and nothing written, if there is anything but ASCII, or
-// nothing at all.
+// Narrows cell by cell straight into the buffer. False, and nothing written, if there is anything but ASCII,
+// or nothing at all.
 bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, std::u16string_view separator,
                                   std::size_t quotedCount) {
   std::size_t most = 0;
@@ -425,8 +435,8 @@ bool TextWriter::writeJoinedAscii(std::span<const std::u16string_view> cells, st
   return true;
 }
 
-void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
-                  TextBuffer& out) {
+void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                  std::size_t quotedCount, TextBuffer& out) {
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (i > 0) out.append(separator);
     if (i < quotedCount)

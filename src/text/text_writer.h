@@ -1,7 +1,7 @@
 // Encodes text and writes it to a file: the way that all output goes.
 //
-// Text is converted by composed character sequences. One that the encoding lacks is replaced as a whole by the
-// replacement text; where that cannot be converted either, nothing is written and the system log is told.
+// Text is converted by composed character sequences. One that the encoding lacks is replaced as a whole by
+// the replacement text; where that cannot be converted either, nothing is written and the system log is told.
 #pragma once
 
 #include <cstdint>
@@ -19,8 +19,8 @@
 
 namespace quillet {
 
-// Bytes on their way to a file, written in large blocks. A block that cannot be written is told to the system log,
-// once, and is lost; the writing goes on.
+// Bytes on their way to a file, written in large blocks. A block that cannot be written is told to the system
+// log, once, and is lost; the writing goes on.
 class OutputBuffer {
  public:
   static constexpr std::size_t kBlockSize = 262'144;  // bytes
@@ -51,16 +51,18 @@ class TextWriter {
  public:
   TextWriter(int descriptor, std::int64_t encoding, std::u16string_view replacement);
 
-  // False for an empty text, which callers take for a failed write: this is meant. Writing itself never fails.
+  // False for an empty text, which callers take for a failed write: this is meant. Writing itself never
+  // fails.
   bool write(std::u16string_view text);
 
-  // Writes the cells with the separator between them, each in double quotes with the quotes in it doubled when
-  // quoted. False when all that together is empty. The first quotedCount cells are quoted.
-  bool writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount);
+  // Writes the cells with the separator between them, each in double quotes with the quotes in it doubled
+  // when quoted. False when all that together is empty. The first quotedCount cells are quoted.
+  bool writeJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                   std::size_t quotedCount);
 
   void flush() { out_.flush(); }
-  std::int64_t bytesWritten() const { return out_.bytesWritten(); }       // after flush()
-  std::int64_t charactersEncoded() const { return charactersEncoded_; }   // composed sequences
+  std::int64_t bytesWritten() const { return out_.bytesWritten(); }      // after flush()
+  std::int64_t charactersEncoded() const { return charactersEncoded_; }  // composed sequences
 
  private:
   enum class Units;  // how single units become bytes
@@ -87,7 +89,7 @@ class TextWriter {
   Encoding encoding_;
   std::u16string replacement_;
   std::optional<std::string> replacementBytes_;
-  const std::uint8_t* encodeTable_;  // null unless single units are looked up
+  const std::uint8_t* encodeTable_;              // null unless single units are looked up
   std::vector<std::uint8_t> byteOrReplacement_;  // the same with a replacement of one byte filled in
   bool asciiIsItself_;                           // the encoding is one of the four
   std::string sequenceBytes_;
@@ -96,11 +98,11 @@ class TextWriter {
 };
 
 // Appends the cells with the separator between them, the first quotedCount of them quoted, to a growing text.
-void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator, std::size_t quotedCount,
-                  TextBuffer& out);
+void appendJoined(std::span<const std::u16string_view> cells, std::u16string_view separator,
+                  std::size_t quotedCount, TextBuffer& out);
 
-// What writing the text would put into a file, as text: each sequence that the encoding lacks replaced. Stops once
-// the result has this many units.
+// What writing the text would put into a file, as text: each sequence that the encoding lacks replaced. Stops
+// once the result has this many units.
 std::u16string textAsEncoded(std::u16string_view text, std::int64_t encoding, std::u16string_view replacement,
                              std::size_t enoughUnits);
 

@@ -188,7 +188,8 @@ TEST(Numbers, FixedPrintsThousandsOfDigits) {
 }
 
 TEST(Numbers, FixedPrintsABoundedNumberOfDigits) {
-  for (const std::int64_t digits : {kMostFixedDigits, kMostFixedDigits + 1, std::numeric_limits<std::int64_t>::max()})
+  for (const std::int64_t digits :
+       {kMostFixedDigits, kMostFixedDigits + 1, std::numeric_limits<std::int64_t>::max()})
     EXPECT_EQ(fixed(0.5, digits).size(), 2u + kMostFixedDigits) << digits;
 }
 

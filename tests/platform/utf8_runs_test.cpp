@@ -1,7 +1,6 @@
 #include "platform/utf8_runs.h"
 
 #include <gtest/gtest.h>
-
 #include <string>
 #include <vector>
 
@@ -14,11 +13,15 @@ namespace {
 
 using testing::RandomSource;
 
-bool isIn(int value, int low, int high) { return value >= low && value <= high; }
+bool isIn(int value, int low, int high) {
+  return value >= low && value <= high;
+}
 
 // The length of the valid character at the start, 0 if there is none.
 std::size_t validLength(const std::string& bytes, std::size_t at) {
-  const auto byte = [&](std::size_t i) { return at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0; };
+  const auto byte = [&](std::size_t i) {
+    return at + i < bytes.size() ? static_cast<unsigned char>(bytes[at + i]) : 0;
+  };
   const auto follow = [&](std::size_t count) {
     for (std::size_t i = 2; i <= count; ++i)
       if (!isIn(byte(i), 0x80, 0xBF)) return false;
@@ -67,8 +70,28 @@ Decoded decoded(const std::string& bytes, unsigned char slackByte) {
   return result;
 }
 
-const std::string kPieces[] = {"a", "b", "plain text of some length", "é", "я", "日", "語", "\uFFFF", "\u0800", "😀", "\u0080",
-                               "\xE2", "\x80", "\xC0", "\xC1", "\xED\xA0\x80", "\xE0\x9F\x80", "\xF5", "\xF4\x90", "\xF0\x80", "\xFF", "\xC3"};
+const std::string kPieces[] = {"a",
+                               "b",
+                               "plain text of some length",
+                               "é",
+                               "я",
+                               "日",
+                               "語",
+                               "\uFFFF",
+                               "\u0800",
+                               "😀",
+                               "\u0080",
+                               "\xE2",
+                               "\x80",
+                               "\xC0",
+                               "\xC1",
+                               "\xED\xA0\x80",
+                               "\xE0\x9F\x80",
+                               "\xF5",
+                               "\xF4\x90",
+                               "\xF0\x80",
+                               "\xFF",
+                               "\xC3"};
 constexpr std::size_t kValidPieces = 11;
 
 TEST(Utf8Runs, DecodesAsTheRuleSays) {
@@ -80,7 +103,8 @@ TEST(Utf8Runs, DecodesAsTheRuleSays) {
     for (std::size_t i = random.below(random.oneIn(5) ? 90 : 20); i > 0; --i)
       bytes += onlyValid ? kPieces[random.below(kValidPieces)] : random.pick(kPieces);
     if (random.oneIn(4) && !bytes.empty()) bytes.resize(random.below(bytes.size()));
-    ASSERT_EQ(decoded(bytes, random.pick(kSlackBytes)), decodedByRule(bytes)) << ::testing::PrintToString(bytes);
+    ASSERT_EQ(decoded(bytes, random.pick(kSlackBytes)), decodedByRule(bytes))
+        << ::testing::PrintToString(bytes);
   }
 }
 
@@ -95,10 +119,13 @@ TEST(Utf8Runs, DecodesEveryPatternOfLengths) {
 
 TEST(Utf8Runs, EncodesWhatStandsAloneAndStopsBeforeTheRest) {
   RandomSource random;
-  const std::u16string kUnits[] = {u"a", u"é", u"я", u"日", u"한", u"ア", u"plain text", u"\u07FF", u"\u0300", u"\u200D", u"😀", std::u16string(1, 0)};
+  const std::u16string kUnits[] = {u"a",      u"é",      u"я",          u"日",
+                                   u"한",     u"ア",     u"plain text", u"\u07FF",
+                                   u"\u0300", u"\u200D", u"😀",          std::u16string(1, 0)};
   for (std::uint64_t round = testing::rounds(60'000); round > 0; --round) {
     std::u16string text;
-    for (std::size_t i = random.below(40); i > 0; --i) text += kUnits[random.below(random.oneIn(3) ? std::size(kUnits) : 7)];
+    for (std::size_t i = random.below(40); i > 0; --i)
+      text += kUnits[random.below(random.oneIn(3) ? std::size(kUnits) : 7)];
     const std::vector<char16_t> exact(text.begin(), text.end());
     std::vector<char> bytes(text.size() * 3 + kRunSlack);
     const EncodedRun run = encodeUtf8Run({exact.data(), exact.size()}, bytes.data());

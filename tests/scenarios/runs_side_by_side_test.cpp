@@ -30,7 +30,8 @@ class RunsSideBySide : public Scenario {
     EXPECT_GE(pipe_, 0);
     startRun();
     const std::string processing = "Processing \"" + path(pipe) + "\"";
-    while (done("log")["entries"].dump().find(json(processing).dump()) == std::string::npos) std::this_thread::yield();
+    while (done("log")["entries"].dump().find(json(processing).dump()) == std::string::npos)
+      std::this_thread::yield();
   }
   void release() {
     EXPECT_EQ(::write(pipe_, "a\n", 2), 2);

@@ -1,5 +1,5 @@
-// Random input for tests: the same on every run, unless QUILLET_TEST_SEED names another seed. QUILLET_TEST_ROUNDS
-// multiplies the number of rounds, for the long mode.
+// Random input for tests: the same on every run, unless QUILLET_TEST_SEED names another seed.
+// QUILLET_TEST_ROUNDS multiplies the number of rounds, for the long mode.
 #pragma once
 
 #include <cstdint>
@@ -21,7 +21,8 @@ inline std::uint64_t rounds(std::uint64_t inShortMode) {
 
 class RandomSource {
  public:
-  explicit RandomSource(std::uint64_t stream = 0) : bits_(environmentNumber("QUILLET_TEST_SEED", 1) * 1000003 + stream) {}
+  explicit RandomSource(std::uint64_t stream = 0)
+      : bits_(environmentNumber("QUILLET_TEST_SEED", 1) * 1000003 + stream) {}
 
   // 0 to n - 1; n is above 0.
   std::size_t below(std::size_t n) { return bits_() % n; }

@@ -1,12 +1,11 @@
 // A file of given bytes for one test, and its open descriptor.
 #pragma once
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cstdlib>
+#include <fcntl.h>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 
 namespace quillet::testing {
 

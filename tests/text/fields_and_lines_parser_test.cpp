@@ -1,8 +1,7 @@
 #include "text/fields_and_lines_parser.h"
 
-#include <gtest/gtest.h>
-
 #include <cerrno>
+#include <gtest/gtest.h>
 #include <optional>
 #include <vector>
 
@@ -29,9 +28,9 @@ struct Call {
 
 std::ostream& operator<<(std::ostream& out, const Call& call) {
   return out << "{" << call.result << ", " << ::testing::PrintToString(call.line.substr(0, 60)) << " of "
-             << call.line.size() << " bytes, \"" << call.errors.substr(0, 60) << "\", " << call.stats.bytesRead << " "
-             << call.stats.charactersDecoded << " " << call.stats.linesRead << " "
-             << call.stats.maximumLengthLinesRead << "}";
+             << call.line.size() << " bytes, \"" << call.errors.substr(0, 60) << "\", "
+             << call.stats.bytesRead << " " << call.stats.charactersDecoded << " " << call.stats.linesRead
+             << " " << call.stats.maximumLengthLinesRead << "}";
 }
 
 // What a reading is given.
@@ -146,7 +145,8 @@ class SteppingReader {
     }
     const char16_t unit = singleByteTable(static_cast<Encoding>(job_.encoding))[byte];
     if (unit == kUndefinedByte) {
-      call.errors += "Could not init single-byte character [" + std::to_string(static_cast<signed char>(byte)) + "].";
+      call.errors +=
+          "Could not init single-byte character [" + std::to_string(static_cast<signed char>(byte)) + "].";
       text = job_.replacement;
       return Decoded::Replaced;
     }
@@ -213,17 +213,25 @@ TEST(FieldsAndLinesParser, GivesTheLinesOfAFile) {
       {"LF leaves the CR at the line's end", {"a\r\nb\r\n"}, {"0:a\r", "0:b\r", "2:"}},
       {"a separator of three characters", {.bytes = "a-=b=--=c", .separator = u"--="}, {"0:a-=b=", "2:c"}},
       {"no separator", {.bytes = "a\nb", .separator = u""}, {"2:a\nb"}},
-      {"quotes hide separators and stay", {.bytes = "a,\"b\nc\",d\ne", .quote = u"\""}, {"0:a,\"b\nc\",d", "2:e"}},
-      {"a doubled quote changes nothing", {.bytes = "\"a\"\"\nb\"\nc", .quote = u"\""}, {"0:\"a\"\"\nb\"", "2:c"}},
+      {"quotes hide separators and stay",
+       {.bytes = "a,\"b\nc\",d\ne", .quote = u"\""},
+       {"0:a,\"b\nc\",d", "2:e"}},
+      {"a doubled quote changes nothing",
+       {.bytes = "\"a\"\"\nb\"\nc", .quote = u"\""},
+       {"0:\"a\"\"\nb\"", "2:c"}},
       {"a stray quote hides all behind it", {.bytes = "a\"\nb\nc", .quote = u"\""}, {"2:a\"\nb\nc"}},
       {"a quote in the middle counts", {.bytes = "a\"b\nc\"\nd", .quote = u"\""}, {"0:a\"b\nc\"", "2:d"}},
       {"without a quote string quotes are text", {"\"a\nb\""}, {"0:\"a", "2:b\""}},
       {"two quote characters never match", {.bytes = "\"\"a\nb", .quote = u"\"\""}, {"0:\"\"a", "2:b"}},
       {"a quote that is not ASCII", {.bytes = "«a\nb«\nc", .quote = u"«"}, {"0:«a\nb«", "2:c"}},
-      {"a separator that is not ASCII", {.bytes = "a\u2028b\u2028", .separator = u"\u2028"}, {"0:a", "0:b", "2:"}},
+      {"a separator that is not ASCII",
+       {.bytes = "a\u2028b\u2028", .separator = u"\u2028"},
+       {"0:a", "0:b", "2:"}},
       {"the separator's canonical equal", {.bytes = "a\u037Eb;c", .separator = u";"}, {"0:a", "0:b", "2:c"}},
       {"a composed separator", {.bytes = "ae\u0301bé", .separator = u"é"}, {"0:a", "0:b", "2:"}},
-      {"a replacement that makes the separator", {.bytes = "a|b\nc", .pairs = {{u"|", u"\n"}}}, {"0:a", "0:b", "2:c"}},
+      {"a replacement that makes the separator",
+       {.bytes = "a|b\nc", .pairs = {{u"|", u"\n"}}},
+       {"0:a", "0:b", "2:c"}},
       {"a replacement that makes the quote",
        {.bytes = "a'b\nc'\nd", .quote = u"\"", .pairs = {{u"'", u"\""}}},
        {"0:a\"b\nc\"", "2:d"}},
@@ -320,7 +328,8 @@ TEST(FieldsAndLinesParser, ReplacesInvalidUtf8ByTheByte) {
 }
 
 TEST(FieldsAndLinesParser, NeitherQuotesNorSeparatorsAreSeenInTheReplacementOfInvalidUtf8) {
-  EXPECT_EQ(linesOf(readAll({.bytes = "a\x80z\nb", .quote = u"\"", .replacement = u"\""})), (Lines{"0:a\"z", "2:b"}));
+  EXPECT_EQ(linesOf(readAll({.bytes = "a\x80z\nb", .quote = u"\"", .replacement = u"\""})),
+            (Lines{"0:a\"z", "2:b"}));
   EXPECT_EQ(linesOf(readAll({.bytes = "a\x80z\nb", .replacement = u"\n"})), (Lines{"0:a\nz", "2:b"}));
 }
 
@@ -428,15 +437,43 @@ TEST(FieldsAndLinesParser, AgreesWithTheRuleOnAllSmallTexts) {
 
 TEST(FieldsAndLinesParser, AgreesWithTheRuleOnRandomBytes) {
   RandomSource random;
-  const std::string kParts[] = {"a",        "b",    "\"",   "\"\"",     "\n",   "\r\n",     ",",    "\t", "é",  "e\u0301",
-                                "日本",     "😀",   "\x80", "\xE2",     "\xF0", "\xC3",     "\xFF", "\x81", "\x9D", std::string(1, '\0'),
-                                "plain ascii of some length, ", ";", "\u037E", "K", "\u212A", "\x85", "\u0085",
-                                std::string(70, 'x'), std::string(16'300, 'y'), "\u2028"};
+  const std::string kParts[] = {"a",
+                                "b",
+                                "\"",
+                                "\"\"",
+                                "\n",
+                                "\r\n",
+                                ",",
+                                "\t",
+                                "é",
+                                "e\u0301",
+                                "日本",
+                                "😀",
+                                "\x80",
+                                "\xE2",
+                                "\xF0",
+                                "\xC3",
+                                "\xFF",
+                                "\x81",
+                                "\x9D",
+                                std::string(1, '\0'),
+                                "plain ascii of some length, ",
+                                ";",
+                                "\u037E",
+                                "K",
+                                "\u212A",
+                                "\x85",
+                                "\u0085",
+                                std::string(70, 'x'),
+                                std::string(16'300, 'y'),
+                                "\u2028"};
   const std::u16string kNul(1, u'\0');
-  const std::u16string kSeparators[] = {u"\n", u"\n", u"\n", u"\r\n", u"", u";", u"K", u"é", u"\u2028", u"\"", u"ab", u"😀", u"\n\n", kNul};
+  const std::u16string kSeparators[] = {u"\n", u"\n",     u"\n", u"\r\n", u"",  u";",    u"K",
+                                        u"é",  u"\u2028", u"\"", u"ab",   u"😀", u"\n\n", kNul};
   const std::u16string kQuotes[] = {u"", u"\"", u"\"", u"a", u"é", u"\"\"", u"😀", kNul};
   const std::u16string kReplacements[] = {u"?", u"?", u"", u"\n", u"\"", u"<bad>", u"\r"};
-  const ReplacementTable::Key kKeys[] = {u"a", u"\"", u"é", u"😀", std::int64_t{1}, std::int64_t{2}, u"?", std::int64_t{3}, u"\n", u"日"};
+  const ReplacementTable::Key kKeys[] = {u"a", u"\"",           u"é",  u"😀", std::int64_t{1}, std::int64_t{2},
+                                         u"?", std::int64_t{3}, u"\n", u"日"};
   const std::u16string kWith[] = {u"", u"b", u"\n", u"\"", u"é", u"xyz", std::u16string(200, u'z')};
   const std::int64_t kEncodings[] = {4, 4, 4, 12, 30, 1, 7};
   for (std::uint64_t round = testing::rounds(3'000); round > 0; --round) {
@@ -450,13 +487,15 @@ TEST(FieldsAndLinesParser, AgreesWithTheRuleOnRandomBytes) {
     job.columnSeparator = random.oneIn(2) ? u"," : u"";
     job.replacement = random.pick(kReplacements);
     if (random.oneIn(3))
-      for (std::size_t i = 1 + random.below(3); i > 0; --i) job.pairs.emplace_back(random.pick(kKeys), random.pick(kWith));
+      for (std::size_t i = 1 + random.below(3); i > 0; --i)
+        job.pairs.emplace_back(random.pick(kKeys), random.pick(kWith));
     const auto expected = SteppingReader(job).readAll();
-    const std::size_t kSizes[] = {1, 7, 64, FieldsAndLinesParser::kReadSize, FieldsAndLinesParser::kLargeReadSize};
+    const std::size_t kSizes[] = {1, 7, 64, FieldsAndLinesParser::kReadSize,
+                                  FieldsAndLinesParser::kLargeReadSize};
     ASSERT_EQ(readAll(job, random.pick(kSizes)), expected)
-        << ::testing::PrintToString(job.bytes) << " encoding " << job.encoding << " quote " << toUtf8(job.quote)
-        << " separator " << toUtf8(job.separator) << " pairs " << job.pairs.size() << " replacement "
-        << toUtf8(job.replacement);
+        << ::testing::PrintToString(job.bytes) << " encoding " << job.encoding << " quote "
+        << toUtf8(job.quote) << " separator " << toUtf8(job.separator) << " pairs " << job.pairs.size()
+        << " replacement " << toUtf8(job.replacement);
   }
 }
 
