@@ -313,12 +313,36 @@ void TextWriter::writeUnits(std::u16string_view text) {
 }
 
 void TextWriter::writeSequence(std::u16string_view sequence) {
+  if (encoding_ == Encoding::Utf8 && writeUtf8Sequence(sequence)) return;
   sequenceBytes_.clear();
   if (!appendEncoded(sequence, encoding_, sequenceBytes_)) return writeReplacement();
   const std::size_t size = std::min(sequenceBytes_.find('\0'), sequenceBytes_.size());
   std::memcpy(out_.room(size), sequenceBytes_.data(), size);
   out_.extend(size);
   ++charactersEncoded_;
+}
+
+// False, and nothing written, for what is not plain: a NUL, or a lone surrogate.
+bool TextWriter::writeUtf8Sequence(std::u16string_view sequence) {
+  char* const start = out_.room(sequence.size() * 3);
+  char* to = start;
+  for (std::size_t i = 0; i < sequence.size(); ++i) {
+    const char16_t unit = sequence[i];
+    if (unit == 0) return false;
+    if (!isSurrogate(unit)) {
+      to = putUtf8(unit, to);
+      continue;
+    }
+    const char32_t character = codePointAt(sequence, i++);
+    if (character <= 0xFFFF) return false;
+    *to++ = static_cast<char>(0xF0 | character >> 18);
+    *to++ = static_cast<char>(0x80 | (character >> 12 & 0x3F));
+    *to++ = static_cast<char>(0x80 | (character >> 6 & 0x3F));
+    *to++ = static_cast<char>(0x80 | (character & 0x3F));
+  }
+  out_.extend(static_cast<std::size_t>(to - start));
+  ++charactersEncoded_;
+  return true;
 }
 
 void TextWriter::writeReplacement() {

@@ -82,6 +82,7 @@ class TextWriter {
   template <TextWriter::Units units>
   EncodedRun putFew(std::u16string_view text, char* to) const;
   void writeSequence(std::u16string_view sequence);
+  bool writeUtf8Sequence(std::u16string_view sequence);
   void writeReplacement();
 
   OutputBuffer out_;
