@@ -87,7 +87,7 @@ std::string RunFolder::path() {
   return folder_->path().empty() ? appendPathComponent(parent_, kNeverMade) : folder_->path();
 }
 
-OutputFile::OutputFile(std::string temporaryFolder, std::u16string_view outputFileName,
+OutputFile::OutputFile(const std::string& temporaryFolder, std::u16string_view outputFileName,
                        std::int64_t writeMode, JobLog& log)
     : outputFileName_(toUtf8(outputFileName)),
       writeMode_(writeMode),

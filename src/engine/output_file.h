@@ -29,7 +29,7 @@ class RunFolder {
 class OutputFile {
  public:
   // log outlives the file.
-  OutputFile(std::string temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode,
+  OutputFile(const std::string& temporaryFolder, std::u16string_view outputFileName, std::int64_t writeMode,
              JobLog& log);
   ~OutputFile();
   OutputFile(const OutputFile&) = delete;

@@ -16,8 +16,8 @@ namespace quillet {
 namespace {
 
 constexpr std::size_t kMostNames = 32;  // bits of FoldedNames::namesOfFirst_
-constexpr std::int64_t kMinute = 60 * 1000;
-constexpr std::int64_t kDay = 24 * 60 * kMinute;
+constexpr std::int64_t kMinute = std::int64_t{60} * 1000;
+constexpr std::int64_t kDay = kMinute * 60 * 24;
 
 constexpr bool isDigit(char16_t unit) {
   return unit >= u'0' && unit <= u'9';
@@ -356,7 +356,8 @@ PlainDatePattern::Answer PlainDatePattern::instantOf(const Values& values, const
   if (!date.ok()) return Answer::Failed;
   const int hour = values.hourOfHalf < 0 ? values.hour : values.hourOfHalf % 12 + 12 * values.half;
   const std::int64_t wallTime = sys_days{date}.time_since_epoch().count() * kDay +
-                                (hour * 60 + values.minute) * kMinute + values.second * 1000;
+                                (std::int64_t{hour} * 60 + values.minute) * kMinute +
+                                std::int64_t{values.second} * 1000;
   if (values.offsetInMinutes) {
     instant = static_cast<Instant>(wallTime - *values.offsetInMinutes * kMinute);
     return Answer::Read;

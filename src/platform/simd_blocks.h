@@ -68,7 +68,7 @@ class ByteBlock {
   // Writes 64 units.
   void widen(char16_t* to) const {
     const __m128i zero = _mm_setzero_si128();
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
       store(to + i * 16, _mm_unpacklo_epi8(parts_[i], zero));
       store(to + i * 16 + 8, _mm_unpackhi_epi8(parts_[i], zero));
     }
@@ -82,12 +82,12 @@ class ByteBlock {
 class UnitBlock {
  public:
   explicit UnitBlock(const char16_t* from) {
-    for (int i = 0; i < 8; ++i) parts_[i] = load(from + i * 8);
+    for (std::size_t i = 0; i < 8; ++i) parts_[i] = load(from + i * 8);
   }
   std::uint64_t equalTo(char16_t unit) const {
     const __m128i wanted = _mm_set1_epi16(static_cast<short>(unit));
     int masks[4];
-    for (int i = 0; i < 4; ++i) {
+    for (std::size_t i = 0; i < 4; ++i) {
       masks[i] = _mm_movemask_epi8(_mm_packs_epi16(_mm_cmpeq_epi16(parts_[2 * i], wanted),
                                                    _mm_cmpeq_epi16(parts_[2 * i + 1], wanted)));
     }

@@ -9,7 +9,7 @@ namespace quillet {
 
 namespace {
 
-constexpr std::int64_t kDay = 24 * 60 * 60 * 1000;
+constexpr std::int64_t kDay = std::int64_t{24} * 60 * 60 * 1000;
 // An offset is below a day, a jump of the clock is a day at most: the wall times of this margin's other side
 // are out of doubt.
 constexpr std::int64_t kDoubtfulTime = 3 * kDay;
