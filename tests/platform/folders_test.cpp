@@ -1,5 +1,6 @@
 #include "platform/folders.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -139,6 +140,39 @@ TEST(PrivateTemporaryFolder, GoesWithItsLeftoversAndStaysInside) {
   EXPECT_FALSE(fileExists(path));
   EXPECT_EQ(parent.names(), (std::set<std::string>{"outside", "tmp"}));
   EXPECT_EQ(parent.read("outside/kept"), "kept");
+}
+
+// Makes the entry look as if nobody had touched it for an hour.
+void makeOld(const std::string& path) {
+  const timespec times[2] = {{::time(nullptr) - 3600, 0}, {::time(nullptr) - 3600, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0);
+}
+
+TEST(PrivateTemporaryFolder, RemovesWhatAKilledProcessLeftAndNothingElse) {
+  const TemporaryFolder parent;
+  const PrivateTemporaryFolder living(parent.path());
+  for (const char* name : {"quillet-Abc123", "quillet-young1", "quillet-longer-name", "other-Abc123"})
+    makeFolders(parent.path(name));
+  parent.write("quillet-Abc123/big", "left over");
+  parent.write("quillet-file01", "a file");
+  for (const char* name : {"quillet-Abc123", "quillet-longer-name", "other-Abc123", "quillet-file01"})
+    makeOld(parent.path(name));
+  makeOld(living.path());
+
+  const PrivateTemporaryFolder next(parent.path());
+  EXPECT_EQ(parent.names(), (std::set<std::string>{lastPathComponent(living.path()),
+                                                   lastPathComponent(next.path()), "quillet-young1",
+                                                   "quillet-longer-name", "other-Abc123", "quillet-file01"}));
+}
+
+TEST(PrivateTemporaryFolder, AllThatLiveCanBeRemovedAtOnce) {
+  const TemporaryFolder parent;
+  parent.write("kept", "kept");
+  const PrivateTemporaryFolder one(parent.path());
+  const PrivateTemporaryFolder two(parent.path());
+  std::ofstream(one.path() + "/file") << "in use";
+  PrivateTemporaryFolder::removeAll();
+  EXPECT_EQ(parent.names(), (std::set<std::string>{"kept"}));
 }
 
 TEST(PrivateTemporaryFolder, HasNoPathWhenItCannotBeMade) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <functional>
 #include <linux/capability.h>
+#include <optional>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
@@ -73,20 +74,21 @@ class SmallDisk {
   bool mounted_ = false;
 };
 
-// A limit on the size of files for the processes that begin meanwhile.
-class FileSizeLimit {
+// A limit on a resource for the processes that begin meanwhile.
+class ResourceLimit {
  public:
-  explicit FileSizeLimit(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit = {bytes, before_.rlim_max};
-    isSet_ = setrlimit(RLIMIT_FSIZE, &limit) == 0;
+  ResourceLimit(__rlimit_resource resource, rlim_t most) : resource_(resource) {
+    getrlimit(resource_, &before_);
+    const rlimit limit = {most, before_.rlim_max};
+    isSet_ = setrlimit(resource_, &limit) == 0;
   }
-  ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &before_); }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~ResourceLimit() { setrlimit(resource_, &before_); }
+  ResourceLimit(const ResourceLimit&) = delete;
+  ResourceLimit& operator=(const ResourceLimit&) = delete;
   bool isSet() const { return isSet_; }
 
  private:
+  __rlimit_resource resource_;
   rlimit before_ = {};
   bool isSet_ = false;
 };
@@ -481,7 +483,7 @@ TEST_F(Faults, AFullDiskUnderTheTemporaryFolderKeepsWhatFits) {
 }
 
 TEST_F(Faults, ALimitOnTheSizeOfFilesKeepsWhatFits) {
-  const FileSizeLimit limit(65'536);
+  const ResourceLimit limit(RLIMIT_FSIZE, 65'536);
   ASSERT_TRUE(limit.isSet());
   launch();  // the process begins under the limit
   std::string text = numberedLines(8'000);
@@ -499,6 +501,28 @@ TEST_F(Faults, ALimitOnTheSizeOfFilesKeepsWhatFits) {
   EXPECT_EQ(kept.size(), 65'536u);
   EXPECT_TRUE(kept.starts_with("1000000,0123456789\n1000001,0123456789\n"));
   EXPECT_NE(logOf(result).find(logLine("Bytes written: 65536")), std::string::npos) << logOf(result);
+  expectGoodFileDone(result);
+  expectNothingTemporary();
+}
+
+TEST_F(Faults, ALineThatMemoryCannotHoldGivesUpItsFileAlone) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  GTEST_SKIP() << "a sanitizer takes more address space than the limit leaves";
+#endif
+  std::optional<ResourceLimit> limit;
+  limit.emplace(RLIMIT_AS, rlim_t{1} << 30);
+  ASSERT_TRUE(limit->isSet());
+  launch();  // the process begins under the limit
+  limit.reset();
+  useOutputFolder();
+  add({write("a.csv", "aaaaaaaaaa\n"), write("good.csv", "1,2\n3,4\n")});
+  const json hundredfold = {{"Code", 203}, {"IntArg1", 1}, {"Arg1", "a"}, {"Arg2", std::string(100, 'a')}};
+  setOperations(0, csvOperations("first.csv", {hundredfold, hundredfold, hundredfold, hundredfold}));
+  setOperations(1, csvOperations("good_out.csv"));
+  const json result = run();
+  EXPECT_NE(logOf(result).find(logLine("Not enough memory for \"" + path("a.csv") + "\"")), std::string::npos)
+      << logOf(result);
+  EXPECT_FALSE(fs::exists(path("out/first.csv")));
   expectGoodFileDone(result);
   expectNothingTemporary();
 }
