@@ -221,8 +221,7 @@ char* TextWriter::putUnit(char16_t unit, char* to) const {
     *to = static_cast<char>(byte);
     if (byte != 0) return to + 1;
     if (unit == 0) return to;
-    std::memcpy(to, replacementBytes_->data(), replacementBytes_->size());
-    return to + replacementBytes_->size();
+    return std::copy(replacementBytes_->begin(), replacementBytes_->end(), to);
   }
 }
 

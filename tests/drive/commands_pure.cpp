@@ -141,12 +141,17 @@ json parseLineNumbers(Drive&, const Arguments& arguments) {
   return {{"indexes", jsonIndexes(indexes)}, {"skipBeyondNumber", skipBeyondNumber}};
 }
 
+// An absent set is an empty one.
+IndexSet indexesOrNone(const Arguments& arguments) {
+  return arguments.has("indexes") ? arguments.indexes("indexes") : IndexSet();
+}
+
 json stringFromIndexes(Drive&, const Arguments& arguments) {
-  return {{"text", jsonText(stringPlus1FromIndexSet(arguments.indexes("indexes")))}};
+  return {{"text", jsonText(stringPlus1FromIndexSet(indexesOrNone(arguments)))}};
 }
 
 json expandedStringFromIndexes(Drive&, const Arguments& arguments) {
-  return {{"text", jsonText(expandedStringPlus1FromIndexSet(arguments.indexes("indexes")))}};
+  return {{"text", jsonText(expandedStringPlus1FromIndexSet(indexesOrNone(arguments)))}};
 }
 
 // Texts to type and to show.

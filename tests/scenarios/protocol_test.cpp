@@ -49,7 +49,7 @@ TEST_F(Protocol, ArgumentsOfTheWrongTypeAreRefused) {
       {{"do", "call"}, {"name", "stringPlus1FromIndexSet"}, {"indexes", {"1"}}},
       {{"do", "call"}, {"name", "parseLineNumbersString"}, {"text", "1 - 9999999999"}},
       {{"do", "call"}, {"name", "readLines"}, {"path", "missing.txt"}},
-      {{"do", "call"}, {"name", "readLines"}, {"path", "a"}, {"replaceCharacters", {{"x"}}}},
+      {{"do", "call"}, {"name", "readLines"}, {"path", "a"}, {"replaceCharacters", {{"x", 5}}}},
       {{"do", "addInputFiles"}, {"paths", "a.txt"}},
       {{"do", "addInputFiles"}, {"paths", {1}}},
       {{"do", "addInputFiles"}, {"paths", json::array()}, {"row", -1}},

@@ -36,6 +36,8 @@ TEST_F(PureOperations, Answer) {
        {{"indexes", {0, 2, 3, 4}}, {"skipBeyondNumber", 8}}},
       {"stringPlus1FromIndexSet", {{"indexes", {0, 1, 4, 5, 6}}}, {{"text", "1 - 2, 5 - 7"}}},
       {"expandedStringPlus1FromIndexSet", {{"indexes", {4, 5, 6}}}, {{"text", "5, 6, 7"}}},
+      {"stringPlus1FromIndexSet", {{"indexes", nullptr}}, {{"text", ""}}},
+      {"expandedStringPlus1FromIndexSet", json::object(), {{"text", ""}}},
       {"replaceBackslashedCharacters", {{"text", "a\\tb"}}, {{"text", "a\tb"}}},
       {"replaceWithBackslashedCharacters", {{"text", "a\nb"}}, {{"text", "a\\nb"}}},
       {"stringByReplacingControlCharactersFromString",
