@@ -30,8 +30,7 @@ struct FilePass::Stages {
   OutputStage outputStage;
   TextBuffer lineBuffer;
   TextArena arena;
-  Cells inputColumns;
-  bool hasInputColumns = false;  // of the line in hand
+  Cells inputColumns;  // of the line in hand; empty until they are asked for
   std::u16string_view singleCellText;
   std::int64_t inputLineIndex = 0;
   std::int64_t keptLineCount = 0;
@@ -51,7 +50,7 @@ struct FilePass::Stages {
         outputStage(pass.settings_, writer, pass.surroundings_.preview, pass.surroundings_.log,
                     pass.output_ ? pass.output_->temporaryPath() : std::string(), [&pass] {
                       return pass.surroundings_.run ? pass.surroundings_.run->temporaryFolder.path()
-                                                    : "/nowhere";
+                                                    : std::string();
                     }) {}
 };
 
@@ -169,7 +168,6 @@ bool FilePass::takeTurn() {
 void FilePass::processLine(std::u16string_view line) {
   Stages& stages = *stages_;
   stages.inputColumns.clear();
-  stages.hasInputColumns = false;
   addToPreviewInput(line);
   if (!settings_.runOperations) return;
   const auto kept = stages.lineOperations.apply(line, stages.inputLineIndex, stages.arena);
@@ -202,7 +200,6 @@ void FilePass::addToPreviewInput(std::u16string_view line) {
   if (!preview.takesRows(PreviewStores::Side::Input) && !preview.takesRows(PreviewStores::Side::Output))
     return;
   stages.columnStage.split(line, stages.inputColumns, stages.arena);
-  stages.hasInputColumns = true;
   if (preview.takesRows(PreviewStores::Side::Input)) {
     preview.addRow(PreviewStores::Side::Input, {stages.inputColumns, 0, {}},
                    settings_.splitIntoLines ? nullptr : &stages.inputColumns);
@@ -212,7 +209,7 @@ void FilePass::addToPreviewInput(std::u16string_view line) {
 // The columns are those of the line as it was read, made as many as Set Initial Number of Columns wants.
 void FilePass::setExpectedColumns(std::u16string_view line) {
   Stages& stages = *stages_;
-  if (!stages.hasInputColumns) stages.columnStage.split(line, stages.inputColumns, stages.arena);
+  if (stages.inputColumns.empty()) stages.columnStage.split(line, stages.inputColumns, stages.arena);
   Cells& columns = stages.inputColumns;
   const auto records = middleRecords(operations_);
   const auto resize = std::find_if(records.begin(), records.end(), [](const OperationRecord& record) {

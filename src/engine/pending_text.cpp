@@ -57,8 +57,8 @@ void PendingText::append(std::u16string_view text) {
 }
 
 void PendingText::moveToFile() {
-  if (!file_) {
-    std::string name = folder_() + "/pending-XXXXXX";
+  if (const std::string folder = file_ ? "" : folder_(); !folder.empty()) {
+    std::string name = folder + "/pending-XXXXXX";
     const int descriptor = mkstemp(name.data());
     if (descriptor >= 0) {
       unlink(name.c_str());

@@ -13,7 +13,7 @@ namespace quillet {
 
 class PendingText {
  public:
-  // The folder in which the file is made, asked for when it is needed.
+  // The folder in which the file is made, asked for when it is needed; "" is none, and memory has to do.
   explicit PendingText(std::function<std::string()> folder) : folder_(std::move(folder)) {}
   ~PendingText() { clear(); }
   PendingText(const PendingText&) = delete;

@@ -55,21 +55,6 @@ DecodedRun decodeOneByOne(const unsigned char* from, std::size_t count, char16_t
   return run;
 }
 
-char* putUtf8(char16_t unit, char* to) {
-  if (unit < 0x80) {
-    *to++ = static_cast<char>(unit);
-    return to;
-  }
-  if (unit < 0x800) {
-    *to++ = static_cast<char>(0xC0 | unit >> 6);
-  } else {
-    *to++ = static_cast<char>(0xE0 | unit >> 12);
-    *to++ = static_cast<char>(0x80 | (unit >> 6 & 0x3F));
-  }
-  *to++ = static_cast<char>(0x80 | (unit & 0x3F));
-  return to;
-}
-
 // The ranges of standAlone8, first and last.
 struct UnitRange {
   char16_t first, last;

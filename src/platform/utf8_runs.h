@@ -38,6 +38,20 @@ constexpr std::size_t utf8Length(char16_t unit) {
   return unit < 0x80 ? 1 : unit < 0x800 ? 2 : 3;
 }
 
+// Without branches, as a text that is not all of one script would have them mispredicted. Writes 3 bytes,
+// which do not all count; of a NUL none does: it is a character, but it ends the bytes of its text before
+// they begin.
+inline char* putUtf8(char16_t unit, char* to) {
+  const std::uint32_t u = unit;
+  const std::uint32_t two = (0xC0 | u >> 6) | (0x80 | (u & 0x3F)) << 8;
+  const std::uint32_t three = (0xE0 | u >> 12) | (0x80 | (u >> 6 & 0x3F)) << 8 | (0x80 | (u & 0x3F)) << 16;
+  const std::uint32_t bytes = u < 0x80 ? u : u < 0x800 ? two : three;
+  to[0] = static_cast<char>(bytes);
+  to[1] = static_cast<char>(bytes >> 8);
+  to[2] = static_cast<char>(bytes >> 16);
+  return to + (u != 0) + (u >= 0x80) + (u >= 0x800);
+}
+
 // Whether each of the eight units belongs to a script whose characters stand alone: Latin, Greek, Cyrillic,
 // kana, Han, Hangul syllables. False says nothing.
 bool standAlone8(const char16_t* units);

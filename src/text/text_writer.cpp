@@ -111,20 +111,6 @@ char* writeDoublingQuotes(std::u16string_view text, char* to) {
   return to;
 }
 
-// Without branches, as a text that is not all of one script would have them mispredicted. Writes 3 bytes,
-// which do not all count; of a NUL none does: it is a character, but it ends the bytes of its text before
-// they begin.
-inline char* putUtf8(char16_t unit, char* to) {
-  const std::uint32_t u = unit;
-  const std::uint32_t two = (0xC0 | u >> 6) | (0x80 | (u & 0x3F)) << 8;
-  const std::uint32_t three = (0xE0 | u >> 12) | (0x80 | (u >> 6 & 0x3F)) << 8 | (0x80 | (u & 0x3F)) << 16;
-  const std::uint32_t bytes = u < 0x80 ? u : u < 0x800 ? two : three;
-  to[0] = static_cast<char>(bytes);
-  to[1] = static_cast<char>(bytes >> 8);
-  to[2] = static_cast<char>(bytes >> 16);
-  return to + (u != 0) + (u >= 0x80) + (u >= 0x800);
-}
-
 bool isAsciiLetter(char16_t unit) {
   return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
