@@ -136,7 +136,7 @@ struct Job {
       InputFile& file = files.emplace_back();
       const bool missing = input.below(8) == 7;
       file.fileName = (missing ? "missing" : "input") + std::to_string(i) + ".txt";
-      file.filePath = home().path(file.fileName);
+      file.filePath = home().path(*file.fileName);
       if (input.below(16) != 15) file.operations = listFrom(input);
     }
     writeContents(input.restBytes().substr(0, kMostFileBytes));
@@ -146,8 +146,8 @@ struct Job {
   // The first gets all, the second the second half, and so on.
   void writeContents(std::string_view bytes) {
     for (const auto& file : files) {
-      if (file.fileName.starts_with("missing")) continue;
-      std::ofstream(file.filePath, std::ios::binary) << bytes;
+      if (file.fileName->starts_with("missing")) continue;
+      std::ofstream(*file.filePath, std::ios::binary) << bytes;
       inputBytes += bytes.size();
       bytes.remove_prefix(bytes.size() / 2);
     }

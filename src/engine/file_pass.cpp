@@ -77,13 +77,13 @@ FilePass::FilePass(const InputFile& file, const PassSurroundings& surroundings)
 
 void FilePass::logError(std::u16string_view key, int reason) const {
   surroundings_.log.addToImportLog(LogError,
-                                   localizedFormat(key, {toUtf16(file_.filePath), std::int64_t{reason}}));
+                                   localizedFormat(key, {toUtf16(file_.filePathOrEmpty()), std::int64_t{reason}}));
 }
 
 FileCounts FilePass::run() {
   surroundings_.preview.stores().setInputLineSeparator(settings_.inputLineSeparator);
   if (surroundings_.state.stopJob) return counts_;
-  descriptor_ = openForReading(file_.filePath);
+  descriptor_ = openForReading(file_.filePathOrEmpty());
   if (descriptor_ < 0) {
     logError(u"Could not open \"%@\" for reading [errno %d]", errno);
     return counts_;
@@ -97,7 +97,7 @@ void FilePass::processOpenFile() {
   std::optional<TextWriter> writer;
   if (const auto& run = surroundings_.run) {
     surroundings_.log.addToImportLog(LogInformation,
-                                     localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePath)}));
+                                     localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePathOrEmpty())}));
     output_.emplace(run->temporaryFolder.path(), settings_.outputFileName, settings_.writeMode,
                     surroundings_.log);
     writer.emplace(output_->createTemporaryFile(), settings_.outputEncoding,

@@ -44,7 +44,7 @@ bool InputFiles::setOperations(std::size_t index, OperationList operations) {
   return true;
 }
 
-void InputFiles::setExpectedColumnsInLine(std::size_t index, const std::string& filePath,
+void InputFiles::setExpectedColumnsInLine(std::size_t index, const std::optional<std::string>& filePath,
                                           std::vector<ColumnEntry> columns) {
   const std::lock_guard lock(mutex_);
   if (index >= entries_.size() || entries_[index]->filePath != filePath) return;

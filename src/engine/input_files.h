@@ -28,7 +28,7 @@ class InputFiles {
 
   // Stores the columns in the entry at the index, as it is now, if it still is the file of this path: the
   // list may have been edited since the pass began.
-  void setExpectedColumnsInLine(std::size_t index, const std::string& filePath,
+  void setExpectedColumnsInLine(std::size_t index, const std::optional<std::string>& filePath,
                                 std::vector<ColumnEntry> columns);
 
  private:

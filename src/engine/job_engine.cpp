@@ -135,7 +135,7 @@ class EngineUse {
     } catch (const std::length_error&) {
     }
     around_.log->addToImportLog(LogError,
-                                localizedFormat(u"Not enough memory for \"%@\"", {toUtf16(file.filePath)}));
+                                localizedFormat(u"Not enough memory for \"%@\"", {toUtf16(file.filePathOrEmpty())}));
     return {};
   }
 

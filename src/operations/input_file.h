@@ -18,14 +18,18 @@ struct ColumnEntry {
   bool operator==(const ColumnEntry&) const = default;
 };
 
+// What the list makes has all of the first five; one that was put there as it is may lack any of them.
 struct InputFile {
-  std::string filePath;  // bytes; the entry's identity
-  std::string fileName;  // its last component
-  std::int64_t fileEncoding = 4;
-  std::int64_t fileType = 1;  // 1 tab-delimited, 2 CSV, 3 pipe-delimited
+  std::optional<std::string> filePath;  // bytes; the entry's identity
+  std::optional<std::string> fileName;  // its last component
+  std::optional<std::int64_t> fileEncoding;
+  std::optional<std::int64_t> fileType;  // 1 tab-delimited, 2 CSV, 3 pipe-delimited
   std::optional<OperationList> operations;
   std::optional<std::vector<ColumnEntry>>
       expectedColumnsInLine;  // absent before the first pass with a kept line
+
+  std::string filePathOrEmpty() const { return filePath.value_or(std::string()); }
+
   bool operator==(const InputFile&) const = default;
 };
 

@@ -55,13 +55,14 @@ InputFile InputFileList::newEntry(const std::string& path, RestoreOperations res
   entry.filePath = path;
   entry.fileName = lastPathComponent(path);
   entry.fileEncoding = kDefaultEncodingCode;
-  const std::u16string fileName = toUtf16(entry.fileName);
+  entry.fileType = 1;
+  const std::u16string fileName = toUtf16(*entry.fileName);
   log_.addToImportLog(LogInformation, localizedFormat(u"Scanning \"%@\"", {fileName}));
-  scanFile(path, entry.fileEncoding, nullptr, &entry.fileType,
+  scanFile(path, kDefaultEncodingCode, nullptr, &*entry.fileType,
            [this](int level, std::u16string_view text) { log_.addToImportLog(level, text); });
   if (restoreOperations == RestoreOperations::Yes) entry.operations = lastOperations(path);
   if (!entry.operations)
-    entry.operations = defaultOperations(fileName, entry.fileType, defaults_.boolForKey("DontAutoSplit"));
+    entry.operations = defaultOperations(fileName, *entry.fileType, defaults_.boolForKey("DontAutoSplit"));
   return entry;
 }
 
@@ -76,7 +77,7 @@ void InputFileList::setInputFiles(std::vector<InputFile> entries) {
   std::vector<InputFiles::Entry> shared;
   paths_.clear();
   for (auto& entry : entries) {
-    if (!entry.filePath.empty()) paths_.insert(entry.filePath);
+    if (entry.filePath) paths_.insert(*entry.filePath);
     shared.push_back(std::make_shared<InputFile>(std::move(entry)));
   }
   files_.setAll(std::move(shared));
@@ -91,10 +92,10 @@ void InputFileList::storeLastOpenedFiles() {
   json bookmarks = json::array();
   json operations = json::object();
   for (const auto& entry : files_.all()) {
-    if (entry->filePath.empty()) continue;
+    if (!entry->filePath) continue;
     if (entry->operations)
-      operations[settingsKeyOfPath(entry->filePath)] = jsonFromOperations(*entry->operations);
-    if (auto bookmark = bookmarkFromPath(entry->filePath))
+      operations[settingsKeyOfPath(*entry->filePath)] = jsonFromOperations(*entry->operations);
+    if (auto bookmark = bookmarkFromPath(*entry->filePath))
       bookmarks.push_back(*std::move(bookmark));
     else
       logWarning(u"Could not create bookmark URL for storage to defaults");

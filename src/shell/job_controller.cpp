@@ -42,8 +42,8 @@ void JobController::runButtonPressed() {
 std::u16string JobController::problemsOfAllLists() const {
   std::u16string result;
   for (const auto& file : surroundings_.files->all()) {
-    if (file->fileName.empty() || !file->operations) continue;
-    for (const auto& problem : problemsBeforeRun(*file->operations, toUtf16(file->fileName))) {
+    if (!file->fileName || !file->operations) continue;
+    for (const auto& problem : problemsBeforeRun(*file->operations, toUtf16(*file->fileName))) {
       if (!result.empty()) result += u'\n';
       result += problem;
     }

@@ -47,7 +47,7 @@ PreviewPanel::PreviewPanel(const PreviewStores& stores, const FileSelection& sel
 
 void PreviewPanel::updatePreviewPanel() {
   if (const auto file = selection_.singleFile())
-    pathLabel_ = file->filePath;
+    pathLabel_ = file->filePathOrEmpty();
   else
     pathLabel_ = selection_.rows().count() >= 2 ? toUtf8(localized(u"(Multiple)")) : "";
   inputTable_.fitAndReload(startPreviewFromLine_);

@@ -58,9 +58,11 @@ OperationList operationsFromCommand(const json& value) {
 }
 
 json jsonInputFile(const InputFile& file) {
-  json result = {{"FileEncoding", file.fileEncoding}, {"FileType", file.fileType}};
-  if (!file.filePath.empty()) result["FilePath"] = file.filePath;
-  if (!file.fileName.empty()) result["FileName"] = file.fileName;
+  json result = json::object();
+  if (file.filePath) result["FilePath"] = *file.filePath;
+  if (file.fileName) result["FileName"] = *file.fileName;
+  if (file.fileEncoding) result["FileEncoding"] = *file.fileEncoding;
+  if (file.fileType) result["FileType"] = *file.fileType;
   if (file.operations) result["Operations"] = jsonFromOperations(*file.operations);
   if (!file.expectedColumnsInLine) return result;
   json columns = json::array();
@@ -87,10 +89,10 @@ InputFile inputFileFromCommand(const json& value) {
   const std::string noRoot;
   const Arguments entry(value, noRoot);
   InputFile file;
-  file.filePath = toUtf8(entry.text("FilePath", u""));
-  file.fileName = toUtf8(entry.text("FileName", u""));
-  file.fileEncoding = entry.integer("FileEncoding", file.fileEncoding);
-  file.fileType = entry.integer("FileType", file.fileType);
+  if (entry.has("FilePath")) file.filePath = toUtf8(entry.text("FilePath"));
+  if (entry.has("FileName")) file.fileName = toUtf8(entry.text("FileName"));
+  if (entry.has("FileEncoding")) file.fileEncoding = entry.integer("FileEncoding");
+  if (entry.has("FileType")) file.fileType = entry.integer("FileType");
   if (entry.has("Operations")) file.operations = entry.operations("Operations");
   if (!entry.has("ExpectedColumnsInLine")) return file;
   const json& columns = entry.value("ExpectedColumnsInLine");

@@ -15,7 +15,7 @@ InputFiles::Entry entry(const std::string& path) {
 
 std::string pathsOf(const InputFiles& files) {
   std::string paths;
-  for (const auto& one : files.all()) paths += one->filePath;
+  for (const auto& one : files.all()) paths += *one->filePath;
   return paths;
 }
 
