@@ -13,5 +13,11 @@ constexpr std::int64_t validType(std::int64_t value, std::int64_t first, std::in
 constexpr std::int64_t validOutputFileType(std::int64_t value) {
   return validType(value, 1, 4);
 }
+constexpr std::int64_t validOutputFileWriteMode(std::int64_t value) {
+  return validType(value, 1, 4);
+}
+constexpr std::int64_t validOutputFileLineEndings(std::int64_t value) {
+  return validType(value, 1, 4);
+}
 
 }  // namespace quillet

@@ -38,6 +38,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                          std::shared_ptr<MainThread> mainThread)
     : windowServer_(desktop.windows),
       shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
+      database_("quillet.db", shared_.folders->documentsFolder()),
       windows_(interface_),
       fileSelection_(windows_.main, *shared_.files),
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),

@@ -23,6 +23,7 @@
 #include "shell/right_side.h"
 #include "shell/status_line.h"
 #include "shell/window.h"
+#include "storage/db_interface.h"
 
 namespace quillet {
 
@@ -59,6 +60,7 @@ class AppDelegate {
   // All windows, controls and commands, by name.
   UserInterface& interface() { return interface_; }
   MainWindows& windows() { return windows_; }
+  DBInterface& database() { return database_; }
 
   FileSelection& fileSelection() { return fileSelection_; }
   InputFileList& inputFileList() { return inputFileList_; }
@@ -78,6 +80,7 @@ class AppDelegate {
 
   WindowServer& windowServer_;
   JobSurroundings shared_;
+  DBInterface database_;
   UserInterface interface_;
   MainWindows windows_;
   FileSelection fileSelection_;

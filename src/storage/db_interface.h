@@ -11,6 +11,8 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,8 +27,10 @@ namespace quillet {
 // Main thread only.
 class DBInterface {
  public:
-  // Rows of a result, one after the other and not delimited: every caller knows how many columns it asked for.
-  // NULL is "".
+  static constexpr int kSuccess = 0;
+
+  // Rows of a result, one after the other and not delimited: every caller knows how many columns it asked
+  // for. NULL is "".
   using FlatRows = std::vector<std::string>;
   using InputFileEntries = std::vector<std::shared_ptr<const InputFile>>;
 
@@ -40,8 +44,8 @@ class DBInterface {
   std::u16string lastErrorMessage() const;               // localized; never cleared
 
   int setupDatabase();  // creates what is missing; a database that cannot be asked counts as success
-  int execCommand(const std::string& script);  // returns no rows
-  int getRows(FlatRows* rows, const std::string& query);  // appends; null is told in the log, and success
+  int execCommand(const std::string& script);                 // returns no rows
+  int getRows(FlatRows* rows, const std::string& query);      // appends; null is told in the log, and success
   std::int32_t getNumberWithQuery(const std::string& query);  // the first value; -1 if there is none
 
   // Saving. A job of this name is overwritten, where there is exactly one. The files decide the kind: with a
@@ -62,17 +66,37 @@ class DBInterface {
   // quotes nothing, which is meant.
   int getOperations(OperationList& operations, const std::string& jobID,
                     const std::optional<std::string>& inputFilePath);
-  // Five texts a job: identifier, date, name, flags, kind; at most 200 jobs, the latest first. Type 2 searches
-  // by date, any other by name.
-  int getPreviousJobs(FlatRows& jobs, std::int64_t searchType, std::optional<std::u16string_view> searchString);
+  // Five texts a job: identifier, date, name, flags, kind; at most 200 jobs, the latest first. Type 2
+  // searches by date, any other by name.
+  int getPreviousJobs(FlatRows& jobs, std::int64_t searchType,
+                      std::optional<std::u16string_view> searchString);
 
   // Quotes inside a text between single quotes; "" when absent.
   static std::string dbStringFromString(std::optional<std::string_view> text);
-  static std::string dbStringFromDate(std::optional<Instant> date);  // "yyyy-MM-dd HH:mm:ss Z"; "" when absent
+  static std::string dbStringFromDate(
+      std::optional<Instant> date);  // "yyyy-MM-dd HH:mm:ss Z"; "" when absent
   static std::string commaSeparatedStringForStringArray(const std::vector<std::string>& texts,
                                                         bool doubleQuote);
+  static std::string commaSeparatedStringForStringSet(const std::set<std::string>& texts);
+
+  // 0 when absent; the first cuts to 32 bits.
+  static std::int32_t dbIntFromNumber(std::optional<std::int64_t> number);
+  static std::int64_t dbIntegerFromNumber(std::optional<std::int64_t> number);
+  // Sets the bits of the mask for a number other than 0, else clears them.
+  static void setFlagValue(std::int32_t& flags, std::int32_t mask, std::optional<std::int64_t> number);
 
  private:
+  // The steps of a save. The kind is "0" for a file job, "1" for a clipboard job.
+  int updateJob(std::int64_t jobID, std::string_view kind);
+  int insertJob(std::u16string_view name, std::string_view kind);
+  int saveClipboardOperations(std::int64_t jobID, const OperationList& operations);
+  int saveFiles(std::int64_t jobID, const InputFileEntries& files);
+  std::vector<std::int64_t> rowsOfFiles(const InputFileEntries& files);  // fewer where one has none
+  std::optional<std::int64_t> rowOfFile(const std::string& filePath, const std::string& fileName);
+
+  int getInputFileSettings(SettingsRecord& settings, const std::string& jobID,
+                           std::span<const std::string> values);
+
   std::string databaseFile_;
   std::optional<std::string> databaseFilePath_;
   std::int64_t lastRowID_ = 0;

@@ -19,7 +19,9 @@ class SettingsRecord {
 
   bool isEmpty() const { return values_.empty() && !columns_; }
   bool has(std::string_view key) const { return values_.contains(key); }
-  void set(std::string_view key, Value value) { values_.insert_or_assign(std::string(key), std::move(value)); }
+  void set(std::string_view key, Value value) {
+    values_.insert_or_assign(std::string(key), std::move(value));
+  }
 
   // Read tolerantly: a text holds the integer that it begins with, a boolean is 0 or 1.
   std::int64_t integer(std::string_view key, std::int64_t otherwise) const;
@@ -31,6 +33,8 @@ class SettingsRecord {
   // Under "ColumnsKey": absent where the columns could not be read.
   const std::optional<std::vector<SettingsRecord>>& columns() const { return columns_; }
   void setColumns(std::vector<SettingsRecord> columns) { columns_ = std::move(columns); }
+
+  bool operator==(const SettingsRecord&) const = default;
 
  private:
   std::map<std::string, Value, std::less<>> values_;
