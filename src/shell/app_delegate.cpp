@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "platform/localization.h"
+
 namespace quillet {
 
 namespace {
@@ -25,20 +27,46 @@ JobSurroundings newState(std::shared_ptr<const Folders> folders, std::shared_ptr
 
 }  // namespace
 
-AppDelegate::AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
-                         std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread)
-    : shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
-      fileSelection_(*shared_.files),
+MainWindows::MainWindows(UserInterface& interface)
+    : main(interface, nameOf(WindowName::Main), localized(u"Quillet")),
+      clipboardData(interface, nameOf(WindowName::ClipboardData), localized(u"Clipboard Data")),
+      previousJobs(interface, nameOf(WindowName::PreviousJobs), localized(u"Previous Jobs")),
+      preferences(interface, nameOf(WindowName::Preferences), localized(u"Preferences")) {}
+
+AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
+                         std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
+                         std::shared_ptr<MainThread> mainThread)
+    : windowServer_(desktop.windows),
+      shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
+      database_("quillet.db", shared_.folders->documentsFolder()),
+      windows_(interface_),
+      fileSelection_(windows_.main, *shared_.files),
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
-      operationTable_(fileSelection_),
-      previewPanel_(*shared_.previewStores, fileSelection_, *shared_.defaults),
-      outputFolder_(*shared_.defaults, desktop.alerts, desktop.panels),
+      operationTable_(windows_.main, fileSelection_),
+      previewPanel_(windows_.main, *shared_.previewStores, fileSelection_, *shared_.defaults),
+      statusLine_(windows_.main, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"),
+      outputFolder_(windows_.main, *shared_.defaults, desktop.alerts, desktop.panels),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
-      jobController_(shared_, {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
+      jobController_(windows_.main, shared_,
+                     {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
                      [this] { previewPanel_.updatePreviewPanel(); }),
-      rightSide_(fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
+      rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
                  [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
-  fileSelection_.setChanged([this] { rightSide_.updateRightSide(); });
+  (void)clipboard;
+  fileSelection_.setChanged([this] {
+    rightSide_.updateRightSide();
+    operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
+  });
+  addCommands();
+}
+
+void AppDelegate::addCommands() {
+  Commands& commands = interface_.commands();
+  commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  jobController_.addCommandsTo(commands);
+  logCommands_.addCommandsTo(commands);
+  outputFolder_.addCommandsTo(commands);
+  previewPanel_.addCommandsTo(commands);
 }
 
 // Closed before the groups go: a run cannot reach them any more.
@@ -49,6 +77,7 @@ AppDelegate::~AppDelegate() {
 void AppDelegate::applicationDidFinishLaunching() {
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
+  windowServer_.makeKeyAndOrderFront(windows_.main);
 }
 
 void AppDelegate::restoreSelection() {
@@ -69,6 +98,14 @@ void AppDelegate::applicationWillTerminate() {
 void AppDelegate::storeSelection() {
   const auto row = fileSelection_.singleRow();
   shared_.defaults->setValue(kSelectedFileKey, row ? nlohmann::json(*row) : nlohmann::json());
+}
+
+bool AppDelegate::windowShouldClose(const Window&) {
+  return true;
+}
+
+bool AppDelegate::validateMenuItem(std::string_view) const {
+  return true;
 }
 
 void AppDelegate::openFiles(const std::vector<std::string>& paths) {

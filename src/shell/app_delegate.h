@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "engine/job_engine.h"
+#include "shell/clipboard_workbench.h"
 #include "shell/desktop.h"
 #include "shell/file_selection.h"
 #include "shell/input_file_list.h"
@@ -21,25 +22,45 @@
 #include "shell/preview_panel.h"
 #include "shell/right_side.h"
 #include "shell/status_line.h"
+#include "shell/window.h"
+#include "storage/db_interface.h"
 
 namespace quillet {
 
+// The windows that are not sheets.
+struct MainWindows {
+  explicit MainWindows(UserInterface& interface);
+
+  Window main;
+  Window clipboardData;
+  Window previousJobs;
+  Window preferences;
+};
+
 class AppDelegate {
  public:
-  // mainThread is closed by the destructor and serves this application alone.
-  AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
+  // mainThread is closed by the destructor and serves this application alone. clipboard outlives the
+  // application.
+  AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard, std::shared_ptr<const Folders> folders,
               std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread);
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
   void applicationDidFinishLaunching();
-  void applicationWillTerminate();  // stores the session; a run is neither stopped nor awaited
+  void applicationWillTerminate();               // stores the session; a run is neither stopped nor awaited
+  bool windowShouldClose(const Window& window);  // always true
+  // Whether the menu item of this command is on.
+  bool validateMenuItem(std::string_view action) const;
   // Files from outside. Only the first call's paths are ever added: this is meant.
   void openFiles(const std::vector<std::string>& paths);
 
   // What the engine and the main thread share.
   const JobSurroundings& shared() const { return shared_; }
+  // All windows, controls and commands, by name.
+  UserInterface& interface() { return interface_; }
+  MainWindows& windows() { return windows_; }
+  DBInterface& database() { return database_; }
 
   FileSelection& fileSelection() { return fileSelection_; }
   InputFileList& inputFileList() { return inputFileList_; }
@@ -55,7 +76,13 @@ class AppDelegate {
   void restoreSelection();
   void storeSelection();
 
+  void addCommands();
+
+  WindowServer& windowServer_;
   JobSurroundings shared_;
+  DBInterface database_;
+  UserInterface interface_;
+  MainWindows windows_;
   FileSelection fileSelection_;
   InputFileList inputFileList_;
   OperationTable operationTable_;

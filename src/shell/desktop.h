@@ -2,6 +2,7 @@
 // a scripted one in tests. Used on the main thread only.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -10,7 +11,12 @@
 
 namespace quillet {
 
+class Control;
+class Window;
+
 enum class WindowName { Main, ClipboardData, PreviousJobs, Preferences };
+// The name of the window's object: "window", "clipboardDataWindow"...
+std::string nameOf(WindowName window);
 
 // Messages that stop an action before it starts. Texts are already localized.
 class Alerts {
@@ -20,6 +26,10 @@ class Alerts {
   virtual void showAlert(std::u16string_view title, std::u16string_view message) = 0;  // modal
   virtual void showAlertInWindow(std::u16string_view title, std::u16string_view message,
                                  WindowName window) = 0;
+  // A question in a sheet. Calls answered, now or later, with the index of the button that was pressed.
+  virtual void askInWindow(std::u16string_view title, std::u16string_view message,
+                           const std::vector<std::u16string>& buttons, WindowName window,
+                           std::function<void(std::size_t button)> answered) = 0;
 
   // The same with the title "Error".
   void showErrorAlert(std::u16string_view message);
@@ -29,6 +39,11 @@ class Alerts {
 class Panels {
  public:
   virtual ~Panels() = default;
+
+  // Asks for files in a sheet of the main window; extensions without a dot. As chooseFolder otherwise.
+  virtual void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+                           const std::vector<std::string>& extensions,
+                           std::function<void(const std::vector<std::string>& paths)> confirmed) = 0;
 
   // Asks for one folder in a sheet of the main window. Calls confirmed, now or later, with the paths that
   // were selected, possibly none; a cancelled panel calls nothing.
@@ -46,6 +61,22 @@ class Workspace {
   virtual bool open(const std::string& pathOrAddress) = 0;
 };
 
+// The order of windows, and which of them the keys go to. It shows and hides the windows that it is given.
+class WindowServer {
+ public:
+  virtual ~WindowServer() = default;
+
+  virtual void makeKeyAndOrderFront(Window& window) = 0;
+  virtual void orderBack(Window& window) = 0;  // shows it behind the others; the key window stays
+  virtual void beginSheet(Window& sheet, WindowName parent) = 0;
+  virtual void endSheet(Window& sheet) = 0;
+  // Null when none of the application's is; a window with a sheet is not key, its sheet is.
+  virtual const Window* keyWindow() const = 0;
+  virtual void focus(Control& control) = 0;
+
+  bool isKey(WindowName window) const;
+};
+
 class ApplicationControl {
  public:
   virtual ~ApplicationControl() = default;
@@ -60,6 +91,7 @@ struct Desktop {
   Panels& panels;
   Workspace& workspace;
   ApplicationControl& application;
+  WindowServer& windows;
 };
 
 }  // namespace quillet

@@ -1,28 +1,35 @@
 #include "shell/file_selection.h"
 
-#include <algorithm>
+#include "platform/folders.h"
+#include "platform/unicode_text.h"
 
 namespace quillet {
 
-IndexSet FileSelection::withinTable(const IndexSet& rows) const {
-  const auto last = static_cast<std::int64_t>(files_.count()) - 1;
-  IndexSet result;
-  for (const auto& range : rows.ranges()) result.addRange(range.first, std::min(range.last, last));
-  return result;
+namespace {
+
+// The name as the path has it, whatever the entry says.
+Table::Row shownRow(const InputFiles::Entry& file) {
+  return {file ? toUtf16(lastPathComponent(file->filePathOrEmpty())) : std::u16string()};
 }
 
-void FileSelection::select(const IndexSet& rows) {
-  rows_ = withinTable(rows);
-  if (changed_) changed_();
-}
+}  // namespace
 
-void FileSelection::dropRowsBeyondTable() {
-  rows_ = withinTable(rows_);
+FileSelection::FileSelection(Window& window, const InputFiles& files)
+    : files_(files),
+      table_(
+          window, "filesTableView",
+          {[this] { return files_.count(); }, [this](std::size_t row) { return shownRow(files_.at(row)); }},
+          {{"FileColumn0", {}}}) {}
+
+void FileSelection::select(std::size_t row) {
+  IndexSet rows;
+  rows.addIndex(static_cast<std::int64_t>(row));
+  select(rows);
 }
 
 std::optional<std::size_t> FileSelection::singleRow() const {
-  if (rows_.count() != 1) return std::nullopt;
-  return static_cast<std::size_t>(rows_.firstIndex());
+  if (rows().count() != 1) return std::nullopt;
+  return static_cast<std::size_t>(rows().firstIndex());
 }
 
 InputFiles::Entry FileSelection::singleFile() const {
@@ -31,7 +38,7 @@ InputFiles::Entry FileSelection::singleFile() const {
 }
 
 InputFiles::Entry FileSelection::firstFile() const {
-  return rows_.isEmpty() ? nullptr : files_.at(static_cast<std::size_t>(rows_.firstIndex()));
+  return rows().isEmpty() ? nullptr : files_.at(static_cast<std::size_t>(rows().firstIndex()));
 }
 
 }  // namespace quillet

@@ -1,4 +1,4 @@
-// Which rows of the list of input files are selected.
+// The table of input files, and which of its rows are selected.
 #pragma once
 
 #include <cstddef>
@@ -7,25 +7,28 @@
 
 #include "engine/input_files.h"
 #include "platform/index_set.h"
+#include "shell/controls.h"
 
 namespace quillet {
 
 // Main thread only.
 class FileSelection {
  public:
-  explicit FileSelection(const InputFiles& files) : files_(files) {}  // outlives the selection
+  FileSelection(Window& window, const InputFiles& files);  // both outlive the selection
 
   // Called after each selecting.
-  void setChanged(std::function<void()> changed) { changed_ = std::move(changed); }
+  void setChanged(std::function<void()> changed) { table_.setSelectionChanged(std::move(changed)); }
 
   // Rows beyond the table are left out. This always tells, even of the same rows: other files may stand in
   // them.
-  void select(const IndexSet& rows);
+  void select(const IndexSet& rows) { table_.userSelects(rows); }
+  void select(std::size_t row);
 
-  // After the table was filled anew: rows that it no longer has are not selected any more. Tells nothing.
-  void dropRowsBeyondTable();
+  // After the list has changed. Rows that it no longer has are not selected any more, which tells nothing.
+  void reloadTable() { table_.reloadData(Table::Tell::No); }
+  void setTableEnabled(bool enabled) { table_.setEnabled(enabled); }
 
-  const IndexSet& rows() const { return rows_; }  // from 0
+  const IndexSet& rows() const { return table_.selectedRows(); }  // from 0
 
   // The one selected row; nothing with none or several.
   std::optional<std::size_t> singleRow() const;
@@ -33,11 +36,8 @@ class FileSelection {
   InputFiles::Entry firstFile() const;   // of the selected; null with none
 
  private:
-  IndexSet withinTable(const IndexSet& rows) const;
-
   const InputFiles& files_;
-  IndexSet rows_;
-  std::function<void()> changed_;
+  Table table_;
 };
 
 }  // namespace quillet

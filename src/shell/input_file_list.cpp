@@ -44,6 +44,7 @@ void InputFileList::addInputFiles(const std::vector<std::string>& paths, std::si
   if (added.empty()) return;
   row = std::min(row, files_.count());
   files_.insert(row, added);
+  selection_.reloadTable();
   if (selectFiles == SelectFiles::No) return;
   IndexSet newRows;
   newRows.addRange(static_cast<std::int64_t>(row), static_cast<std::int64_t>(row + added.size()) - 1);
@@ -81,7 +82,7 @@ void InputFileList::setInputFiles(std::vector<InputFile> entries) {
     shared.push_back(std::make_shared<InputFile>(std::move(entry)));
   }
   files_.setAll(std::move(shared));
-  selection_.dropRowsBeyondTable();
+  selection_.reloadTable();
 }
 
 bool InputFileList::setOperations(std::size_t row, OperationList operations) {

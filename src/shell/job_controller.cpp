@@ -11,12 +11,20 @@
 
 namespace quillet {
 
-JobController::JobController(const JobSurroundings& shared, const Neighbours& neighbours,
+JobController::JobController(Window& window, const JobSurroundings& shared, const Neighbours& neighbours,
                              std::function<void()> updatePreviewPanel)
-    : surroundings_(shared), neighbours_(neighbours), runButtonTitle_(localized(u"Run Job")) {
+    : surroundings_(shared),
+      neighbours_(neighbours),
+      progressIndicator_(window, "jobProgressIndicator"),
+      runButton_(window, "runButton", localized(u"Run Job"), "runButtonPressed") {
   surroundings_.updatePreviewPanel = std::move(updatePreviewPanel);
   surroundings_.updateUIAfterPrep = [this] { updateUIAfterPrep(); };
-  surroundings_.hideProgressIndicator = [] {};  // it is never shown
+  surroundings_.hideProgressIndicator = [this] { progressIndicator_.setHidden(true); };
+  progressIndicator_.setHidden(true);  // and never shown
+}
+
+void JobController::addCommandsTo(Commands& commands) {
+  commands.add("runButtonPressed", [this] { runButtonPressed(); });
 }
 
 void JobController::runButtonPressed() {
@@ -98,8 +106,8 @@ void JobController::startThread(const JobParameters& parameters) {
 }
 
 void JobController::updateUIBeforePrep() {
-  runButtonTitle_ = localized(u"Stop");
-  filesTableEnabled_ = false;
+  runButton_.setTitle(localized(u"Stop"));
+  neighbours_.selection.setTableEnabled(false);
 }
 
 void JobController::updateUIAfterPrep() {
@@ -111,8 +119,8 @@ void JobController::updateUIAfterPrep() {
     neighbours_.logCommands.openLastLogFileMenuItemClicked();
   if (startedFromAppIcon_ && defaults.boolForKey("QuitAfterComplete"))
     neighbours_.desktop.application.requestTermination();
-  filesTableEnabled_ = true;
-  runButtonTitle_ = localized(u"Run Job");
+  neighbours_.selection.setTableEnabled(true);
+  runButton_.setTitle(localized(u"Run Job"));
   // The preview clears the flags first, so the status line tells what the preview found and not what the run
   // found. This order is meant; the log file has the outcome of the run.
   startPrepFilesThreadInBackground(StartPrep::Preview);

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "engine/job_engine.h"
+#include "shell/controls.h"
 #include "shell/desktop.h"
 #include "shell/file_selection.h"
 #include "shell/log_commands.h"
@@ -27,7 +28,7 @@ class JobController {
  public:
   // All outlive the controller.
   struct Neighbours {
-    const FileSelection& selection;
+    FileSelection& selection;
     OutputFolder& outputFolder;
     StatusLine& statusLine;
     LogCommands& logCommands;
@@ -35,8 +36,10 @@ class JobController {
   };
 
   // shared without its callbacks; updatePreviewPanel is called at the end of each preview.
-  JobController(const JobSurroundings& shared, const Neighbours& neighbours,
+  JobController(Window& window, const JobSurroundings& shared, const Neighbours& neighbours,
                 std::function<void()> updatePreviewPanel);
+
+  void addCommandsTo(Commands& commands);
 
   void runButtonPressed();
   void startPrepFilesThreadInBackground(StartPrep what);
@@ -48,8 +51,6 @@ class JobController {
 
   const std::shared_ptr<RunCount>& runsGoingOn() const { return runsGoingOn_; }
   std::uint64_t runsStarted() const { return runsStarted_; }
-  bool filesTableEnabled() const { return filesTableEnabled_; }
-  const std::u16string& runButtonTitle() const { return runButtonTitle_; }
 
  private:
   std::u16string problemsOfAllLists() const;
@@ -61,8 +62,8 @@ class JobController {
   std::shared_ptr<RunCount> runsGoingOn_ = std::make_shared<RunCount>(0);
   std::uint64_t runsStarted_ = 0;
   bool startedFromAppIcon_ = false;
-  bool filesTableEnabled_ = true;
-  std::u16string runButtonTitle_;
+  ProgressIndicator progressIndicator_;
+  Button runButton_;
 };
 
 }  // namespace quillet

@@ -5,6 +5,11 @@
 
 namespace quillet {
 
+void LogCommands::addCommandsTo(Commands& commands) {
+  commands.add("clearLogMenuItemClicked", [this] { clearLogMenuItemClicked(); });
+  commands.add("openLastLogFileMenuItemClicked", [this] { openLastLogFileMenuItemClicked(); });
+}
+
 void LogCommands::openLastLogFileMenuItemClicked() {
   const auto path = log_.path();
   if (!path) return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "engine/job_log.h"
+#include "shell/commands.h"
 #include "shell/desktop.h"
 
 namespace quillet {
@@ -11,6 +12,8 @@ class LogCommands {
  public:
   LogCommands(JobLog& log, Alerts& alerts, Workspace& workspace)
       : log_(log), alerts_(alerts), workspace_(workspace) {}
+
+  void addCommandsTo(Commands& commands);
 
   void clearLogMenuItemClicked() { log_.clear(); }
   void openLastLogFileMenuItemClicked();  // in the user's application for it

@@ -15,6 +15,17 @@ constexpr const char* kBookmarkKey = "OutputFolderBookmark";
 
 }  // namespace
 
+OutputFolder::OutputFolder(Window& window, UserDefaults& defaults, Alerts& alerts, Panels& panels)
+    : defaults_(defaults),
+      alerts_(alerts),
+      panels_(panels),
+      selectButton_(window, "selectOutputFolderButton", localized(u"Output Folder..."),
+                    "selectOutputFolderMenuItemClicked") {}
+
+void OutputFolder::addCommandsTo(Commands& commands) {
+  commands.add("selectOutputFolderMenuItemClicked", [this] { selectOutputFolder(); });
+}
+
 void OutputFolder::selectOutputFolder() {
   const std::u16string title = localized(u"Select Output Folder");
   panels_.chooseFolder(title, title, [this](const std::vector<std::string>& paths) { store(paths); });

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/user_defaults.h"
+#include "shell/controls.h"
 #include "shell/desktop.h"
 
 namespace quillet {
@@ -13,8 +14,9 @@ namespace quillet {
 // Main thread only. All references outlive it.
 class OutputFolder {
  public:
-  OutputFolder(UserDefaults& defaults, Alerts& alerts, Panels& panels)
-      : defaults_(defaults), alerts_(alerts), panels_(panels) {}
+  OutputFolder(Window& window, UserDefaults& defaults, Alerts& alerts, Panels& panels);
+
+  void addCommandsTo(Commands& commands);
 
   // Asks the user for the folder and stores it. A failure is a modal alert and leaves the stored one in
   // place.
@@ -33,6 +35,7 @@ class OutputFolder {
   UserDefaults& defaults_;
   Alerts& alerts_;
   Panels& panels_;
+  Button selectButton_;
 };
 
 }  // namespace quillet

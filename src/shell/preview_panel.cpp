@@ -11,59 +11,114 @@
 
 namespace quillet {
 
+namespace {
+
+constexpr int kLineNumberWidth = 65;
+constexpr int kColumnWidth = 80;
+
+}  // namespace
+
+PreviewTable::PreviewTable(Window& window, std::string name, const PreviewStores& stores,
+                           PreviewStores::Side side, std::string columnPrefix)
+    : stores_(stores),
+      side_(side),
+      columnPrefix_(std::move(columnPrefix)),
+      table_(window, std::move(name),
+             {[this] { return shownRowCount_; }, [this](std::size_t row) { return shownRow(row); }}) {
+  fitColumns();
+}
+
 void PreviewTable::fitAndReload(std::int64_t startPreviewFromLine) {
   columnCount_ = stores_.longestRow(side_) + 1;
   shownRowCount_ = std::min(stores_.rowCount(side_), kMostRows);
   firstLineNumber_ = startPreviewFromLine;
   const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
   lines_ = stores_.rows(side_, firstRow, shownRowCount_);
+  fitColumns();
+  table_.reloadData();
+}
+
+void PreviewTable::fitColumns() {
+  std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth}};
+  for (std::size_t column = 1; column < columnCount_; ++column) {
+    std::u16string title;
+    appendInteger(static_cast<std::int64_t>(column), title);
+    columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth});
+  }
+  table_.setColumns(std::move(columns));
 }
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {
   std::vector<std::string> result;
-  for (std::size_t column = 0; column < columnCount_; ++column)
-    result.push_back(columnPrefix_ + std::to_string(column));
+  for (const auto& column : table_.columns()) result.push_back(column.identifier);
   return result;
+}
+
+PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
+  PreviewStores::Row cells(1);
+  appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, cells.front());
+  if (row < lines_.size()) cells.insert(cells.end(), lines_[row].begin(), lines_[row].end());
+  cells.resize(columnCount_);
+  return cells;
 }
 
 PreviewStores::Rows PreviewTable::shownCells() const {
-  PreviewStores::Rows result(shownRowCount_);
-  for (std::size_t row = 0; row < shownRowCount_; ++row) {
-    auto& cells = result[row];
-    appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, cells.emplace_back());
-    if (row < lines_.size()) cells.insert(cells.end(), lines_[row].begin(), lines_[row].end());
-    cells.resize(columnCount_);
-  }
+  PreviewStores::Rows result;
+  for (std::size_t row = 0; row < shownRowCount_; ++row) result.push_back(shownRow(row));
   return result;
 }
 
-PreviewPanel::PreviewPanel(const PreviewStores& stores, const FileSelection& selection,
+PreviewPanel::PreviewPanel(Window& window, const PreviewStores& stores, const FileSelection& selection,
                            const UserDefaults& defaults)
     : stores_(stores),
       selection_(selection),
       defaults_(defaults),
-      inputTable_(stores, PreviewStores::Side::Input, "Cil"),
-      outputTable_(stores, PreviewStores::Side::Output, "Col") {}
+      typeButton_(window, "previewTypePopUpButton",
+                  {{0, localized(u"Input as Text")},
+                   {1, localized(u"Input as Table")},
+                   {2, localized(u"Output as Table")},
+                   {3, localized(u"Output as Text")}},
+                  "previewTypeMenuItemClicked"),
+      pathLabel_(window, "previewPanelInputFilePathLabel"),
+      inputTable_(window, "previewTableView", stores, PreviewStores::Side::Input, "Cil"),
+      outputTable_(window, "previewOutputTableView", stores, PreviewStores::Side::Output, "Col"),
+      textView_(window, "previewTextView") {
+  typeButton_.selectItemWithTag(static_cast<std::int64_t>(PreviewType::InputTable));
+  showViewOf(PreviewType::InputTable);
+}
+
+void PreviewPanel::addCommandsTo(Commands& commands) {
+  commands.add("previewTypeMenuItemClicked", [this] { updatePreviewArea(); });
+}
+
+void PreviewPanel::showViewOf(PreviewType type) {
+  inputTable_.table().setHidden(type != PreviewType::InputTable);
+  outputTable_.table().setHidden(type != PreviewType::OutputTable);
+  textView_.setHidden(type != PreviewType::InputText && type != PreviewType::OutputText);
+}
 
 void PreviewPanel::updatePreviewPanel() {
   if (const auto file = selection_.singleFile())
-    pathLabel_ = file->filePathOrEmpty();
+    pathLabel_.setText(toUtf16(file->filePathOrEmpty()));
   else
-    pathLabel_ = selection_.rows().count() >= 2 ? toUtf8(localized(u"(Multiple)")) : "";
+    pathLabel_.setText(selection_.rows().count() >= 2 ? localized(u"(Multiple)") : std::u16string());
   inputTable_.fitAndReload(startPreviewFromLine_);
   outputTable_.fitAndReload(startPreviewFromLine_);
 }
 
 void PreviewPanel::updatePreviewArea() {
+  const auto type = static_cast<PreviewType>(previewType());
+  showViewOf(type);
   if (!selection_.singleRow()) return;  // the text stays as it is
-  switch (static_cast<PreviewType>(previewType_)) {
+  switch (type) {
     case PreviewType::InputText: {
       const auto content = stores_.content();
-      text_ = stringByReplacingControlCharactersFromString(content.inputString, content.inputLineSeparator);
+      textView_.setText(
+          stringByReplacingControlCharactersFromString(content.inputString, content.inputLineSeparator));
       return;
     }
     case PreviewType::OutputText:
-      text_ = encodedOutputText();
+      textView_.setText(encodedOutputText());
       return;
     case PreviewType::InputTable:
     case PreviewType::OutputTable:
@@ -77,8 +132,7 @@ void PreviewPanel::updateFilesTableView() {
 }
 
 void PreviewPanel::setPreviewType(std::int64_t tag) {
-  previewType_ = tag;
-  updatePreviewArea();
+  typeButton_.userSelects(tag);
 }
 
 std::int64_t PreviewPanel::stringEncodingForSelectedFinalOperation() const {

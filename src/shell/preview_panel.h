@@ -8,6 +8,7 @@
 
 #include "engine/preview_stores.h"
 #include "platform/user_defaults.h"
+#include "shell/controls.h"
 #include "shell/file_selection.h"
 
 namespace quillet {
@@ -19,9 +20,9 @@ class PreviewTable {
  public:
   static constexpr std::size_t kMostRows = 10;
 
-  // columnPrefix begins the identifiers of the columns, as in "Cil0". stores outlives the table.
-  PreviewTable(const PreviewStores& stores, PreviewStores::Side side, std::string columnPrefix)
-      : stores_(stores), side_(side), columnPrefix_(std::move(columnPrefix)) {}
+  // columnPrefix begins the identifiers of the columns, as in "Cil0". window and stores outlive the table.
+  PreviewTable(Window& window, std::string name, const PreviewStores& stores, PreviewStores::Side side,
+               std::string columnPrefix);
 
   // Asks the store anew. startPreviewFromLine counts from 1.
   void fitAndReload(std::int64_t startPreviewFromLine);
@@ -30,7 +31,12 @@ class PreviewTable {
   // The shown rows, a text for every column; "" for a cell that the line does not have.
   PreviewStores::Rows shownCells() const;
 
+  Table& table() { return table_; }
+
  private:
+  void fitColumns();
+  PreviewStores::Row shownRow(std::size_t row) const;
+
   const PreviewStores& stores_;
   PreviewStores::Side side_;
   std::string columnPrefix_;
@@ -39,41 +45,47 @@ class PreviewTable {
   std::size_t shownRowCount_ = 0;
   std::int64_t firstLineNumber_ = 1;
   PreviewStores::Rows lines_;
+  Table table_;
 };
 
 // Main thread only. All references outlive the panel.
 class PreviewPanel {
  public:
-  PreviewPanel(const PreviewStores& stores, const FileSelection& selection, const UserDefaults& defaults);
+  PreviewPanel(Window& window, const PreviewStores& stores, const FileSelection& selection,
+               const UserDefaults& defaults);
+
+  void addCommandsTo(Commands& commands);
 
   void updatePreviewPanel();
   void updatePreviewArea();
   void updateFilesTableView();            // back to the first line
-  void setPreviewType(std::int64_t tag);  // any integer; an unknown one shows nothing new
-  void emptyText() { text_.clear(); }
+  void setPreviewType(std::int64_t tag);  // one that there is not changes nothing
+  void emptyText() { textView_.setText({}); }
 
   // What writing the output would give, as far as it is shown.
   std::u16string encodedOutputText() const;
   // The output encoding of the one selected file.
   std::int64_t stringEncodingForSelectedFinalOperation() const;
 
-  const std::string& pathLabel() const { return pathLabel_; }
+  const std::u16string& pathLabel() const { return pathLabel_.text(); }
   const PreviewTable& inputTable() const { return inputTable_; }
   const PreviewTable& outputTable() const { return outputTable_; }
-  std::int64_t previewType() const { return previewType_; }
+  std::int64_t previewType() const { return typeButton_.selectedTag(); }
   std::int64_t startPreviewFromLine() const { return startPreviewFromLine_; }
-  const std::u16string& text() const { return text_; }
+  const std::u16string& text() const { return textView_.text(); }
 
  private:
+  void showViewOf(PreviewType type);
+
   const PreviewStores& stores_;
   const FileSelection& selection_;
   const UserDefaults& defaults_;
+  PopUpButton typeButton_;
+  Label pathLabel_;
   PreviewTable inputTable_;
   PreviewTable outputTable_;
-  std::string pathLabel_;
-  std::int64_t previewType_ = static_cast<std::int64_t>(PreviewType::InputTable);
+  TextView textView_;
   std::int64_t startPreviewFromLine_ = 1;  // from 1
-  std::u16string text_;                    // of the text view
 };
 
 }  // namespace quillet

@@ -1,19 +1,38 @@
 #include "shell/right_side.h"
 
+#include <utility>
+
 namespace quillet {
+
+RightSide::RightSide(Window& window, const FileSelection& selection, PreviewStores& stores,
+                     PreviewPanel& preview, OperationTable& operations, std::function<void()> computePreview)
+    : selection_(selection),
+      stores_(stores),
+      preview_(preview),
+      operations_(operations),
+      computePreview_(std::move(computePreview)),
+      helpBox_(window, "rightSideHelpBox"),
+      mainBox_(window, "rightSideMainBox") {
+  helpBox_.setHidden(true);
+  mainBox_.setHidden(true);
+}
 
 void RightSide::updateRightSide() {
   const std::int64_t count = selection_.rows().count();
-  if (count == 0) return showHelpBox();
-  if (count == 1)
+  if (count == 1) {
     showSingleFile();
-  else
+  } else if (count > 1) {
     showSeveralFiles();
-  shownBox_ = RightSideBox::Main;
+  } else {
+    operations_.reloadTable();
+  }
+  helpBox_.setHidden(count != 0);
+  mainBox_.setHidden(count == 0);
 }
 
 void RightSide::showSingleFile() {
   preview_.updateFilesTableView();
+  operations_.reloadTable();
   computePreview_();
   preview_.updatePreviewArea();
 }
@@ -25,6 +44,7 @@ void RightSide::showSeveralFiles() {
   preview_.updatePreviewPanel();
   preview_.emptyText();
   operations_.takeMultiFileOperations();
+  operations_.reloadTable();
 }
 
 }  // namespace quillet

@@ -5,30 +5,24 @@
 #include <functional>
 
 #include "engine/preview_stores.h"
+#include "shell/controls.h"
 #include "shell/file_selection.h"
 #include "shell/operation_table.h"
 #include "shell/preview_panel.h"
 
 namespace quillet {
 
-enum class RightSideBox { Help, Main };
-
 // Main thread only. All references outlive it.
 class RightSide {
  public:
   // computePreview makes a new preview of the selected file.
-  RightSide(const FileSelection& selection, PreviewStores& stores, PreviewPanel& preview,
-            OperationTable& operations, std::function<void()> computePreview)
-      : selection_(selection),
-        stores_(stores),
-        preview_(preview),
-        operations_(operations),
-        computePreview_(std::move(computePreview)) {}
+  RightSide(Window& window, const FileSelection& selection, PreviewStores& stores, PreviewPanel& preview,
+            OperationTable& operations, std::function<void()> computePreview);
 
   void updateRightSide();  // after a change of the selection
-  void showHelpBox() { shownBox_ = RightSideBox::Help; }
+  void showHelpBox() { helpBox_.setHidden(false); }
 
-  RightSideBox shownBox() const { return shownBox_; }
+  bool helpBoxShown() const { return !helpBox_.isHidden(); }
 
  private:
   void showSingleFile();
@@ -39,7 +33,8 @@ class RightSide {
   PreviewPanel& preview_;
   OperationTable& operations_;
   std::function<void()> computePreview_;
-  RightSideBox shownBox_ = RightSideBox::Help;
+  Box helpBox_;
+  Box mainBox_;
 };
 
 }  // namespace quillet

@@ -4,17 +4,24 @@
 
 namespace quillet {
 
+StatusLine::StatusLine(Window& window, std::string labelName, std::string buttonName,
+                       std::string clearHandler)
+    : label_(window, std::move(labelName)),
+      clearButton_(window, std::move(buttonName), {}, std::move(clearHandler)) {
+  clearButton_.setHidden(true);
+}
+
 void StatusLine::show(std::u16string text, int type) {
-  text_ = std::move(text);
+  label_.setText(std::move(text));
   type_ = type;
-  clearButtonShown_ = true;
-  colour_ = type == 1 || type == 2 ? TextColour::Red : TextColour::SecondaryLabel;
+  clearButton_.setHidden(false);
+  label_.setColour(type == 1 || type == 2 ? TextColour::Red : TextColour::SecondaryLabel);
 }
 
 void StatusLine::clear() {
-  text_.clear();
+  label_.setText({});
   type_ = 0;
-  clearButtonShown_ = false;
+  clearButton_.setHidden(true);
 }
 
 }  // namespace quillet

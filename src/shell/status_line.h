@@ -4,26 +4,28 @@
 
 #include <string>
 
-namespace quillet {
+#include "shell/controls.h"
 
-enum class TextColour { SecondaryLabel, Red };
+namespace quillet {
 
 class StatusLine {
  public:
+  // clearHandler: the command of the button; it is added to the interface by the owner.
+  StatusLine(Window& window, std::string labelName, std::string buttonName, std::string clearHandler);
+
   // The types 1 and 2 warn and are red; 0 is a plain message.
   void show(std::u16string text, int type);
   void clear();  // the colour stays with the label
 
-  const std::u16string& text() const { return text_; }
+  const std::u16string& text() const { return label_.text(); }
   int type() const { return type_; }
-  bool clearButtonShown() const { return clearButtonShown_; }
-  TextColour colour() const { return colour_; }
+  bool clearButtonShown() const { return !clearButton_.isHidden(); }
+  TextColour colour() const { return label_.colour(); }
 
  private:
-  std::u16string text_;
+  Label label_;
+  Button clearButton_;
   int type_ = 0;
-  bool clearButtonShown_ = false;
-  TextColour colour_ = TextColour::SecondaryLabel;
 };
 
 }  // namespace quillet

@@ -37,6 +37,12 @@ const json& Arguments::value(const char* key) const {
   return *value;
 }
 
+std::string Arguments::string(const char* key) const {
+  const json& text = value(key);
+  if (!text.is_string()) refuse(key, "a text");
+  return text.get<std::string>();
+}
+
 std::u16string Arguments::text(const char* key) const {
   const json& text = value(key);
   if (!text.is_string()) refuse(key, "a text");

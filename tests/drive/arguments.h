@@ -38,6 +38,7 @@ class Arguments {
 
   std::string path(const char* key) const;
   std::vector<std::string> paths(const char* key) const;
+  std::string string(const char* key) const;  // a text as it is
   std::vector<std::string> strings(const char* key) const;
   IndexSet indexes(const char* key) const;
   OperationRecord operation(const char* key) const;

@@ -1,6 +1,7 @@
 #include "drive/command_table.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace quillet::drive {
 
@@ -18,6 +19,19 @@ json parsed(const std::string& line) {
   json command = json::parse(line, watchDepth, false);
   if (tooDeep || !command.is_object()) throw CommandError("the line is not one JSON object");
   return command;
+}
+
+std::vector<Command> allCommands() {
+  std::vector<Command> result;
+  for (const auto table : {controlCommands(), fileCommands(), mainWindowCommands(), previewCommands(),
+                           runCommands(), sessionCommands()})
+    result.insert(result.end(), table.begin(), table.end());
+  return result;
+}
+
+std::span<const Command> applicationCommands() {
+  static const std::vector<Command> commands = allCommands();
+  return commands;
 }
 
 const Command& commandNamed(std::span<const Command> table, const json& object, const char* key) {

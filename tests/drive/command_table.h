@@ -18,8 +18,14 @@ struct Command {
   json (*carryOut)(Drive& drive, const Arguments& arguments);
 };
 
-std::span<const Command> pureOperations();       // of {"do":"call","name":...}
-std::span<const Command> applicationCommands();  // of {"do":...}
+std::span<const Command> pureOperations();  // of {"do":"call","name":...}
+// Of {"do":...}, by subject.
+std::span<const Command> controlCommands();
+std::span<const Command> fileCommands();
+std::span<const Command> mainWindowCommands();
+std::span<const Command> previewCommands();
+std::span<const Command> runCommands();
+std::span<const Command> sessionCommands();
 
 // The whole result of one line. Throws CommandError.
 json carryOut(Drive& drive, const std::string& line);

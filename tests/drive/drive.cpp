@@ -28,7 +28,9 @@ AppDelegate& Drive::application() {
   if (application_) return *application_;
   defaults();
   mainThread_ = std::make_shared<MainThread>();
-  application_ = std::make_unique<AppDelegate>(desktop_.desktop(), folders_, defaults_, mainThread_);
+  workbench_ = std::make_unique<ScriptedWorkbench>();
+  application_ =
+      std::make_unique<AppDelegate>(desktop_.desktop(), *workbench_, folders_, defaults_, mainThread_);
   runCounts_.push_back(application_->jobController().runsGoingOn());
   return *application_;
 }
@@ -46,6 +48,7 @@ void Drive::launch() {
 
 void Drive::terminate() {
   launchedApplication().applicationWillTerminate();
+  desktop_.forgetWindows();
   application_.reset();
   mainThread_.reset();
   defaults_.reset();

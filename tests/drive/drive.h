@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "drive/scripted_desktop.h"
+#include "drive/scripted_workbench.h"
 #include "platform/folders.h"
 #include "platform/user_defaults.h"
 #include "shell/app_delegate.h"
@@ -62,6 +63,7 @@ class Drive {
   ScriptedDesktop desktop_;
   std::shared_ptr<UserDefaults> defaults_;
   std::shared_ptr<MainThread> mainThread_;
+  std::unique_ptr<ScriptedWorkbench> workbench_;  // of this application
   std::unique_ptr<AppDelegate> application_;
   bool launched_ = false;
   std::vector<std::shared_ptr<RunCount>> runCounts_;  // of all applications so far

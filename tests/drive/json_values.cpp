@@ -26,6 +26,12 @@ json jsonRows(const std::vector<std::vector<std::u16string>>& rows) {
   return result;
 }
 
+json jsonShownRows(const Table& table) {
+  json result = json::array();
+  for (std::size_t row = 0; row < table.rowCount(); ++row) result.push_back(jsonTexts(table.row(row)));
+  return result;
+}
+
 json jsonPaths(const std::vector<std::string>& paths) {
   json result = json::array();
   for (const auto& path : paths) result.push_back(path);

@@ -11,6 +11,7 @@
 #include "engine/preview_stores.h"
 #include "operations/input_file.h"
 #include "platform/index_set.h"
+#include "shell/controls.h"
 
 namespace quillet::drive {
 
@@ -20,6 +21,7 @@ json jsonText(std::u16string_view text);
 json jsonText(const std::optional<std::string>& text);  // bytes; absent is null
 json jsonTexts(const std::vector<std::u16string>& texts);
 json jsonRows(const std::vector<std::vector<std::u16string>>& rows);
+json jsonShownRows(const Table& table);  // a list of texts a row
 json jsonPaths(const std::vector<std::string>& paths);
 json jsonIndexes(
     const IndexSet& indexes);  // every index by itself; throws where they are too many for a list

@@ -1,25 +1,13 @@
 #include "drive/scripted_desktop.h"
 
+#include <algorithm>
+
 #include "drive/json_values.h"
 #include "platform/system_log.h"
 
 namespace quillet::drive {
 
 namespace {
-
-const char* nameOf(WindowName window) {
-  switch (window) {
-    case WindowName::Main:
-      return "window";
-    case WindowName::ClipboardData:
-      return "clipboardDataWindow";
-    case WindowName::PreviousJobs:
-      return "previousJobsWindow";
-    case WindowName::Preferences:
-      return "preferencesWindow";
-  }
-  return "";
-}
 
 void moveTo(json& result, const char* key, json& list) {
   if (list.empty()) return;
@@ -43,9 +31,9 @@ ScriptedDesktop::~ScriptedDesktop() {
 void ScriptedDesktop::takeAnswers(const Arguments& command) {
   panelAnswer_.reset();
   if (command.has("panel")) panelAnswer_ = command.paths("panel");
-  // No alert with a choice and no prompt exists yet; a wrong answer is told all the same.
-  command.text("answer", u"");
-  command.text("prompt", u"");
+  answer_.reset();
+  if (command.has("answer")) answer_ = command.text("answer");
+  command.text("prompt", u"");  // no prompt exists yet; a wrong answer is told all the same
   workspaceFails_ = command.boolean("workspaceFails", false);
 }
 
@@ -70,6 +58,21 @@ void ScriptedDesktop::showAlertInWindow(std::u16string_view title, std::u16strin
                      {"window", nameOf(window)}});
 }
 
+// Without an answer the last button is pressed, which is the harmless one.
+void ScriptedDesktop::askInWindow(std::u16string_view title, std::u16string_view message,
+                                  const std::vector<std::u16string>& buttons, WindowName window,
+                                  std::function<void(std::size_t)> answered) {
+  showAlertInWindow(title, message, window);
+  const auto pressed = std::find(buttons.begin(), buttons.end(), answer_.value_or(u""));
+  const std::ptrdiff_t last = std::ssize(buttons) - 1;
+  answered(static_cast<std::size_t>(std::min(pressed - buttons.begin(), last)));
+}
+
+void ScriptedDesktop::chooseFiles(std::u16string_view, std::u16string_view, const std::vector<std::string>&,
+                                  std::function<void(const std::vector<std::string>&)> confirmed) {
+  if (panelAnswer_) confirmed(*panelAnswer_);
+}
+
 void ScriptedDesktop::chooseFolder(std::u16string_view, std::u16string_view,
                                    std::function<void(const std::vector<std::string>&)> confirmed) {
   if (panelAnswer_) confirmed(*panelAnswer_);
@@ -83,6 +86,55 @@ bool ScriptedDesktop::reveal(const std::vector<std::string>& paths) {
 bool ScriptedDesktop::open(const std::string& pathOrAddress) {
   opened_.push_back(pathOrAddress);
   return !workspaceFails_;
+}
+
+void ScriptedDesktop::makeKeyAndOrderFront(Window& window) {
+  std::erase(order_, &window);
+  order_.insert(order_.begin(), &window);
+  key_ = &window;
+  window.show();
+}
+
+void ScriptedDesktop::orderBack(Window& window) {
+  std::erase(order_, &window);
+  order_.push_back(&window);
+  window.show();
+}
+
+void ScriptedDesktop::beginSheet(Window& sheet, WindowName parent) {
+  std::erase(sheets_, &sheet);
+  sheets_.push_back(&sheet);
+  ++sheetsBegun_;
+  sheet.show(parent);
+}
+
+void ScriptedDesktop::endSheet(Window& sheet) {
+  std::erase(sheets_, &sheet);
+  sheet.hide();
+}
+
+const Window* ScriptedDesktop::keyWindow() const {
+  if (pretendedKeyWindow_) return *pretendedKeyWindow_;
+  if (!key_) return nullptr;
+  const auto hangsOnKey = [this](const Window* sheet) {
+    return nameOf(*sheet->sheetParent()) == key_->name();
+  };
+  const auto sheet = std::find_if(sheets_.rbegin(), sheets_.rend(), hangsOnKey);
+  return sheet == sheets_.rend() ? key_ : *sheet;
+}
+
+void ScriptedDesktop::closeWindow(Window& window) {
+  std::erase(order_, &window);
+  std::erase(sheets_, &window);
+  window.hide();
+  if (key_ == &window) key_ = order_.empty() ? nullptr : order_.front();
+}
+
+void ScriptedDesktop::forgetWindows() {
+  order_.clear();
+  sheets_.clear();
+  key_ = nullptr;
+  focused_ = nullptr;
 }
 
 }  // namespace quillet::drive

@@ -2,6 +2,7 @@
 // and written down for its result.
 #pragma once
 
+#include <cstdint>
 #include <mutex>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -10,10 +11,15 @@
 
 #include "drive/arguments.h"
 #include "shell/desktop.h"
+#include "shell/window.h"
 
 namespace quillet::drive {
 
-class ScriptedDesktop final : public Alerts, public Panels, public Workspace, public ApplicationControl {
+class ScriptedDesktop final : public Alerts,
+                              public Panels,
+                              public Workspace,
+                              public ApplicationControl,
+                              public WindowServer {
  public:
   ScriptedDesktop();  // takes the system log until it goes
   ~ScriptedDesktop() override;
@@ -27,18 +33,47 @@ class ScriptedDesktop final : public Alerts, public Panels, public Workspace, pu
   bool terminationRequested() const { return terminationRequested_; }
   void forgetTerminationRequest() { terminationRequested_ = false; }
 
-  Desktop desktop() { return {*this, *this, *this, *this}; }
+  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
 
   void showAlert(std::u16string_view title, std::u16string_view message) override;
   void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) override;
+  void askInWindow(std::u16string_view title, std::u16string_view message,
+                   const std::vector<std::u16string>& buttons, WindowName window,
+                   std::function<void(std::size_t)> answered) override;
+  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+                   const std::vector<std::string>& extensions,
+                   std::function<void(const std::vector<std::string>&)> confirmed) override;
   void chooseFolder(std::u16string_view title, std::u16string_view prompt,
                     std::function<void(const std::vector<std::string>&)> confirmed) override;
   bool reveal(const std::vector<std::string>& paths) override;
   bool open(const std::string& pathOrAddress) override;
   void requestTermination() override { terminationRequested_ = true; }
 
+  void makeKeyAndOrderFront(Window& window) override;
+  void orderBack(Window& window) override;
+  void beginSheet(Window& sheet, WindowName parent) override;
+  void endSheet(Window& sheet) override;
+  const Window* keyWindow() const override;
+  void focus(Control& control) override { focused_ = &control; }
+
+  // As a user closes it; the next one that is shown becomes key.
+  void closeWindow(Window& window);
+  Window* openSheet() const { return sheets_.empty() ? nullptr : sheets_.back(); }  // the latest
+  std::uint64_t sheetsBegun() const { return sheetsBegun_; }
+  const Control* focused() const { return focused_; }
+  void pretendKeyWindow(const Window* window) { pretendedKeyWindow_ = window; }
+  void forgetPretendedKeyWindow() { pretendedKeyWindow_.reset(); }
+  void forgetWindows();  // of an application that has ended
+
  private:
   std::optional<std::vector<std::string>> panelAnswer_;
+  std::optional<std::u16string> answer_;
+  std::vector<Window*> order_;   // those that are shown, without sheets; the front one first
+  std::vector<Window*> sheets_;  // those that are shown, in the order of their opening
+  std::uint64_t sheetsBegun_ = 0;
+  Window* key_ = nullptr;  // of order_
+  std::optional<const Window*> pretendedKeyWindow_;
+  const Control* focused_ = nullptr;
   bool workspaceFails_ = false;
   bool terminationRequested_ = false;
   json alerts_ = json::array();

@@ -25,8 +25,10 @@ class FileSelectionTest : public ::testing::Test {
     files_.setAll(std::move(entries));
   }
 
+  UserInterface interface_;
+  Window window_{interface_, "window", u""};
   InputFiles files_;
-  FileSelection selection_{files_};
+  FileSelection selection_{window_, files_};
 };
 
 TEST_F(FileSelectionTest, LeavesOutRowsBeyondTheTable) {
@@ -45,7 +47,7 @@ TEST_F(FileSelectionTest, TellsEachSelectingButNotTheLossOfRows) {
   selection_.select(rows({0, 2}));
   EXPECT_EQ(told, 2) << "other files may stand in the same rows";
   fill(1);
-  selection_.dropRowsBeyondTable();
+  selection_.reloadTable();
   EXPECT_EQ(selection_.rows(), rows({0}));
   EXPECT_EQ(told, 2);
 }

@@ -11,8 +11,10 @@ class PreviewTableTest : public ::testing::Test {
  protected:
   void addRow(PreviewStores::Row row) { stores_.addRow(PreviewStores::Side::Output, std::move(row)); }
 
+  UserInterface interface_;
+  Window window_{interface_, "window", u""};
   PreviewStores stores_;
-  PreviewTable table_{stores_, PreviewStores::Side::Output, "Col"};
+  PreviewTable table_{window_, "previewOutputTableView", stores_, PreviewStores::Side::Output, "Col"};
 };
 
 TEST_F(PreviewTableTest, ShowsAtMostTenRows) {

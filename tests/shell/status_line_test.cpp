@@ -5,7 +5,13 @@
 namespace quillet {
 namespace {
 
-TEST(StatusLine, IsRedForTheTypesThatWarn) {
+class StatusLineTest : public ::testing::Test {
+ protected:
+  UserInterface interface_;
+  Window window_{interface_, "window", u""};
+};
+
+TEST_F(StatusLineTest, IsRedForTheTypesThatWarn) {
   const struct {
     int type;
     TextColour colour;
@@ -15,7 +21,7 @@ TEST(StatusLine, IsRedForTheTypesThatWarn) {
                {3, TextColour::SecondaryLabel},
                {-1, TextColour::SecondaryLabel}};
   for (const auto& [type, colour] : cases) {
-    StatusLine line;
+    StatusLine line(window_, "statusLabel", "clearStatusLabelButton", "");
     line.show(u"text", type);
     EXPECT_EQ(line.colour(), colour) << type;
     EXPECT_EQ(line.type(), type);
@@ -24,8 +30,8 @@ TEST(StatusLine, IsRedForTheTypesThatWarn) {
   }
 }
 
-TEST(StatusLine, ClearingEmptiesTheTextAndHidesTheButton) {
-  StatusLine line;
+TEST_F(StatusLineTest, ClearingEmptiesTheTextAndHidesTheButton) {
+  StatusLine line(window_, "statusLabel", "clearStatusLabelButton", "");
   line.show(u"text", 2);
   line.clear();
   EXPECT_TRUE(line.text().empty());

@@ -1,0 +1,29 @@
+// Controls as the tool prints and sets them.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "shell/controls.h"
+
+namespace quillet::drive {
+
+using nlohmann::json;
+
+// A check box is a boolean, a pop-up its selected tag, a text its text, a table its selected rows, a button
+// its title; null for what has no value.
+json valueOf(Control& control);
+// "value", "enabled", "hidden", "placeholder" and "titles".
+json describe(Control& control);
+// The values of a sheet's controls that a user can set.
+json settableValuesOf(const Window& window);
+
+enum class EndEditing { No, Yes };
+
+// Sets the control as the user does, enabled or not. Throws CommandError for a value of another type.
+void setAsUser(Control& control, const json& value, EndEditing endEditing);
+// From name to value, tables first: other controls may depend on their selection. Throws CommandError for an
+// unknown name.
+void setAsUser(const UserInterface& interface, const json& values);
+
+}  // namespace quillet::drive

@@ -1,0 +1,26 @@
+// A clipboard data window without a grid: it remembers what it was told to perform.
+#pragma once
+
+#include "shell/clipboard_workbench.h"
+
+namespace quillet::drive {
+
+class ScriptedWorkbench final : public ClipboardWorkbench {
+ public:
+  void refreshDataFromClipboard() override { ++refreshes_; }
+  void performClipboardDataOperation(const OperationRecord& operation) override {
+    performed_.push_back(operation);
+  }
+  const OperationList& clipboardDataOperationsArray() const override { return performed_; }
+  Content content() const override { return content_; }
+
+  int refreshes() const { return refreshes_; }
+  void setContent(const Content& content) { content_ = content; }
+
+ private:
+  int refreshes_ = 0;
+  OperationList performed_;
+  Content content_;
+};
+
+}  // namespace quillet::drive

@@ -1,0 +1,37 @@
+#include "drive/sheets.h"
+
+#include "drive/control_values.h"
+
+namespace quillet::drive {
+
+namespace {
+
+void press(Button* button) {
+  if (!button) throw CommandError("the sheet has no such button");
+  button->press();
+}
+
+}  // namespace
+
+json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments) {
+  Window* sheet = watch.openedSheet();
+  if (!sheet) return json();
+  json opened = settableValuesOf(*sheet);
+  if (arguments.boolean("cancel", false)) {
+    press(sheet->cancelButton());
+  } else if (arguments.has("values")) {
+    setAsUser(drive.launchedApplication().interface(), arguments.value("values"));
+    press(sheet->doneButton());
+  }
+  return opened;
+}
+
+KeyWindowForNow::KeyWindowForNow(Drive& drive, const std::string& name) : desktop_(drive.desktop()) {
+  desktop_.pretendKeyWindow(drive.launchedApplication().interface().window(name));
+}
+
+KeyWindowForNow::~KeyWindowForNow() {
+  desktop_.forgetPretendedKeyWindow();
+}
+
+}  // namespace quillet::drive
