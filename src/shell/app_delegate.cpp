@@ -75,6 +75,7 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+  database_.setupDatabase();
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
   windowServer_.makeKeyAndOrderFront(windows_.main);
