@@ -44,6 +44,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
       operationTable_(windows_.main, fileSelection_),
       previewPanel_(windows_.main, *shared_.previewStores, fileSelection_, *shared_.defaults),
+      previewKeys_(previewPanel_, *shared_.state),
       statusLine_(windows_.main, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"),
       outputFolder_(windows_.main, *shared_.defaults, desktop.alerts, desktop.panels),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
@@ -51,7 +52,9 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                      {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
-                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
+                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      fileCommands_(windows_.main,
+                    {inputFileList_, fileSelection_, previewPanel_, rightSide_, operationTable_, desktop}) {
   (void)clipboard;
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
@@ -63,6 +66,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
 void AppDelegate::addCommands() {
   Commands& commands = interface_.commands();
   commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  fileCommands_.addCommandsTo(commands);
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
@@ -114,6 +118,11 @@ void AppDelegate::openFiles(const std::vector<std::string>& paths) {
   if (!filesToOpen_) filesToOpen_ = paths;
   jobController_.setStartedFromAppIcon();
   inputFileList_.addInputFiles(*filesToOpen_, 0, SelectFiles::Yes, RestoreOperations::No);
+}
+
+void AppDelegate::filesFromLaterStart(const std::vector<std::string>& paths) {
+  fileCommands_.dropAtEnd(paths);
+  windowServer_.makeKeyAndOrderFront(windows_.main);
 }
 
 }  // namespace quillet
