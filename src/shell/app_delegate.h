@@ -11,18 +11,23 @@
 #include <vector>
 
 #include "engine/job_engine.h"
+#include "shell/clipboard_data_window.h"
 #include "shell/clipboard_workbench.h"
 #include "shell/desktop.h"
 #include "shell/file_commands.h"
 #include "shell/file_selection.h"
+#include "shell/help_commands.h"
 #include "shell/input_file_list.h"
 #include "shell/job_controller.h"
 #include "shell/log_commands.h"
+#include "shell/menu_validation.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
 #include "shell/preview_keys.h"
+#include "shell/preferences_window.h"
 #include "shell/preview_panel.h"
 #include "shell/right_side.h"
+#include "shell/session_windows.h"
 #include "shell/status_line.h"
 #include "shell/window.h"
 #include "storage/db_interface.h"
@@ -51,7 +56,7 @@ class AppDelegate {
 
   void applicationDidFinishLaunching();
   void applicationWillTerminate();               // stores the session; a run is neither stopped nor awaited
-  bool windowShouldClose(const Window& window);  // always true
+  bool windowShouldClose(const Window& window);  // always true; the preferences store their texts
   // Whether the menu item of this command is on.
   bool validateMenuItem(std::string_view action) const;
   // Files from outside. Only the first call's paths are ever added: this is meant.
@@ -79,6 +84,7 @@ class AppDelegate {
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
+  ClipboardDataWindow& clipboardDataWindow() { return clipboardDataWindow_; }
 
  private:
   void restoreSelection();
@@ -86,6 +92,7 @@ class AppDelegate {
 
   void addCommands();
 
+  Alerts& alerts_;
   WindowServer& windowServer_;
   JobSurroundings shared_;
   DBInterface database_;
@@ -102,6 +109,11 @@ class AppDelegate {
   JobController jobController_;
   RightSide rightSide_;
   FileCommands fileCommands_;
+  ClipboardDataWindow clipboardDataWindow_;
+  PreferencesWindow preferencesWindow_;
+  HelpCommands helpCommands_;
+  MenuValidation menuValidation_;
+  SessionWindows sessionWindows_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 
