@@ -51,8 +51,14 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                      {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
-                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
-  (void)clipboard;
+                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      previousJobsWindow_(interface_, windows_.previousJobs,
+                          {database_, *shared_.files, fileSelection_, clipboard, *shared_.state,
+                           desktop.alerts, desktop.windows, [this] { operationTable_.table().reloadData(); },
+                           [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }}),
+      saveJobWindow_(interface_, windows_.main,
+                     {database_, *shared_.files, clipboard, *shared_.defaults, desktop.windows},
+                     [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }) {
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
@@ -67,6 +73,8 @@ void AppDelegate::addCommands() {
   logCommands_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);
+  previousJobsWindow_.addCommandsTo(commands);
+  saveJobWindow_.addCommandsTo(commands);
 }
 
 // Closed before the groups go: a run cannot reach them any more.
@@ -75,6 +83,7 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+  previousJobsWindow_.updatePreviousJobsWindowTables();
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
   windowServer_.makeKeyAndOrderFront(windows_.main);

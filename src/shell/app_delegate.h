@@ -20,7 +20,9 @@
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
 #include "shell/preview_panel.h"
+#include "shell/previous_jobs_window.h"
 #include "shell/right_side.h"
+#include "shell/save_job_window.h"
 #include "shell/status_line.h"
 #include "shell/window.h"
 #include "storage/db_interface.h"
@@ -71,6 +73,7 @@ class AppDelegate {
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
+  PreviousJobsWindow& previousJobsWindow() { return previousJobsWindow_; }
 
  private:
   void restoreSelection();
@@ -92,6 +95,8 @@ class AppDelegate {
   LogCommands logCommands_;
   JobController jobController_;
   RightSide rightSide_;
+  PreviousJobsWindow previousJobsWindow_;
+  SaveJobWindow saveJobWindow_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 
