@@ -36,7 +36,8 @@ MainWindows::MainWindows(UserInterface& interface)
 AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                          std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
                          std::shared_ptr<MainThread> mainThread)
-    : windowServer_(desktop.windows),
+    : alerts_(desktop.alerts),
+      windowServer_(desktop.windows),
       shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
       database_("quillet.db", shared_.folders->documentsFolder()),
       windows_(interface_),
@@ -83,6 +84,8 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+  if (database_.setupDatabase() != DBInterface::kSuccess)
+    alerts_.showAlert(localized(u"Could not setup jobs database"), {});
   previousJobsWindow_.updatePreviousJobsWindowTables();
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();

@@ -81,6 +81,7 @@ class AppDelegate {
 
   void addCommands();
 
+  Alerts& alerts_;
   WindowServer& windowServer_;
   JobSurroundings shared_;
   DBInterface database_;
