@@ -62,7 +62,14 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       menuValidation_(
           {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard, windowServer_}),
       sessionWindows_({windows_.main, windows_.clipboardData, windows_.previousJobs}, windowServer_,
-                      clipboard, *shared_.defaults) {
+                      clipboard, *shared_.defaults),
+      previousJobsWindow_(interface_, windows_.previousJobs,
+                          {database_, *shared_.files, fileSelection_, clipboard, *shared_.state,
+                           desktop.alerts, desktop.windows, [this] { operationTable_.table().reloadData(); },
+                           [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }}),
+      saveJobWindow_(interface_, windows_.main,
+                     {database_, *shared_.files, clipboard, *shared_.defaults, desktop.windows},
+                     [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }) {
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
@@ -82,6 +89,8 @@ void AppDelegate::addCommands() {
   outputFolder_.addCommandsTo(commands);
   preferencesWindow_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);
+  previousJobsWindow_.addCommandsTo(commands);
+  saveJobWindow_.addCommandsTo(commands);
 }
 
 // Closed before the groups go: a run cannot reach them any more.
@@ -92,6 +101,7 @@ AppDelegate::~AppDelegate() {
 void AppDelegate::applicationDidFinishLaunching() {
   if (database_.setupDatabase() != DBInterface::kSuccess)
     alerts_.showAlert(localized(u"Could not setup jobs database"), {});
+  previousJobsWindow_.updatePreviousJobsWindowTables();
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
   sessionWindows_.restore();

@@ -23,10 +23,12 @@
 #include "shell/menu_validation.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
-#include "shell/preview_keys.h"
 #include "shell/preferences_window.h"
+#include "shell/preview_keys.h"
 #include "shell/preview_panel.h"
+#include "shell/previous_jobs_window.h"
 #include "shell/right_side.h"
+#include "shell/save_job_window.h"
 #include "shell/session_windows.h"
 #include "shell/status_line.h"
 #include "shell/window.h"
@@ -85,6 +87,7 @@ class AppDelegate {
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
   ClipboardDataWindow& clipboardDataWindow() { return clipboardDataWindow_; }
+  PreviousJobsWindow& previousJobsWindow() { return previousJobsWindow_; }
 
  private:
   void restoreSelection();
@@ -114,6 +117,8 @@ class AppDelegate {
   HelpCommands helpCommands_;
   MenuValidation menuValidation_;
   SessionWindows sessionWindows_;
+  PreviousJobsWindow previousJobsWindow_;
+  SaveJobWindow saveJobWindow_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 

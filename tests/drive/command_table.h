@@ -22,6 +22,7 @@ std::span<const Command> pureOperations();  // of {"do":"call","name":...}
 // Of {"do":...}, by subject.
 std::span<const Command> controlCommands();
 std::span<const Command> fileCommands();
+std::span<const Command> jobCommands();
 std::span<const Command> mainWindowCommands();
 std::span<const Command> previewCommands();
 std::span<const Command> runCommands();

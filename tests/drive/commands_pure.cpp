@@ -19,6 +19,7 @@
 #include "operations/stored_values.h"
 #include "platform/date_ladders.h"
 #include "platform/unicode_text.h"
+#include "shell/job_details.h"
 #include "shell/operation_json.h"
 #include "storage/db_interface.h"
 #include "text/csv_components.h"
@@ -285,6 +286,40 @@ json dbStringFromString(Drive&, const Arguments& arguments) {
   return {{"text", DBInterface::dbStringFromString(text)}};
 }
 
+// Settings of saved jobs.
+
+SettingsRecord::Value settingFromCommand(const json& value) {
+  if (value.is_boolean()) return value.get<bool>();
+  if (value.is_number_integer()) return value.get<std::int64_t>();
+  if (value.is_string()) return value.get<std::string>();
+  throw CommandError("a setting must be an integer, true or false, or a text");
+}
+
+SettingsRecord settingsFromCommand(const json& values) {
+  if (!values.is_object()) throw CommandError("settings must be an object");
+  SettingsRecord result;
+  for (const auto& [key, value] : values.items()) {
+    if (value.is_array()) {
+      if (key != "ColumnsKey") throw CommandError("only \"ColumnsKey\" is a list");
+      std::vector<SettingsRecord> columns;
+      for (const auto& column : value) columns.push_back(settingsFromCommand(column));
+      result.setColumns(std::move(columns));
+    } else if (!value.is_null()) {
+      result.set(key, settingFromCommand(value));
+    }
+  }
+  return result;
+}
+
+json fileDetails(Drive&, const Arguments& arguments) {
+  return {{"text", jsonText(stringForFileDetails(settingsFromCommand(arguments.value("settings"))))}};
+}
+
+json jobDetails(Drive&, const Arguments& arguments) {
+  return {
+      {"text", jsonText(stringForJobDetails(settingsFromCommand(arguments.value("settings")), JobDates()))}};
+}
+
 constexpr Command kOperations[] = {
     {"findFieldsInLine", findFields},
     {"findComponentsOfCSVString", findComponents},
@@ -321,6 +356,8 @@ constexpr Command kOperations[] = {
     {"trimLine", changedLine<OpTrimLine>},
     {"replaceLine", changedLine<OpReplaceLine>},
     {"skipLine", skipLine},
+    {"stringForFileDetails", fileDetails},
+    {"stringForJobDetails", jobDetails},
     {"defaultOperations", defaultRecords},
     {"fileNameAvailableInFolder", availableName},
 };

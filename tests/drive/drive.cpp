@@ -40,6 +40,11 @@ AppDelegate& Drive::launchedApplication() {
   return *application_;
 }
 
+ClipboardWorkbench& Drive::clipboard() {
+  launchedApplication();
+  return *workbench_;
+}
+
 void Drive::launch() {
   if (launched_) throw CommandError("the application is launched already");
   application().applicationDidFinishLaunching();

@@ -49,7 +49,8 @@ class Drive {
   AppDelegate& application();
   // Throws CommandError before launch and after termination.
   AppDelegate& launchedApplication();
-  void launch();  // throws CommandError when it was launched already
+  ClipboardWorkbench& clipboard();  // of the launched application; throws CommandError as above
+  void launch();                    // throws CommandError when it was launched already
   void terminate();
 
   void doWaitingWork();  // what runs have handed over to the main thread
