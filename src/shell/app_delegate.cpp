@@ -36,7 +36,8 @@ MainWindows::MainWindows(UserInterface& interface)
 AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                          std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
                          std::shared_ptr<MainThread> mainThread)
-    : windowServer_(desktop.windows),
+    : alerts_(desktop.alerts),
+      windowServer_(desktop.windows),
       shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
       database_("quillet.db", shared_.folders->documentsFolder()),
       windows_(interface_),
@@ -44,15 +45,24 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
       operationTable_(windows_.main, fileSelection_),
       previewPanel_(windows_.main, *shared_.previewStores, fileSelection_, *shared_.defaults),
+      previewKeys_(previewPanel_, *shared_.state),
       statusLine_(windows_.main, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"),
-      outputFolder_(windows_.main, *shared_.defaults, desktop.alerts, desktop.panels),
+      outputFolder_(windows_.main, *shared_.defaults, *shared_.log, desktop),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
       jobController_(windows_.main, shared_,
                      {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
-                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
-  (void)clipboard;
+                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      fileCommands_(windows_.main,
+                    {inputFileList_, fileSelection_, previewPanel_, rightSide_, operationTable_, desktop}),
+      clipboardDataWindow_(windows_.clipboardData, windowServer_, clipboard),
+      preferencesWindow_(windows_.preferences, windowServer_, *shared_.defaults),
+      helpCommands_(desktop.alerts, desktop.workspace),
+      menuValidation_(
+          {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard, windowServer_}),
+      sessionWindows_({windows_.main, windows_.clipboardData, windows_.previousJobs}, windowServer_,
+                      clipboard, *shared_.defaults) {
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
@@ -63,9 +73,14 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
 void AppDelegate::addCommands() {
   Commands& commands = interface_.commands();
   commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  fileCommands_.addCommandsTo(commands);
+  commands.add("quilletWindowMenuItemClicked", [this] { windowServer_.makeKeyAndOrderFront(windows_.main); });
+  clipboardDataWindow_.addCommandsTo(commands);
+  helpCommands_.addCommandsTo(commands);
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
+  preferencesWindow_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);
 }
 
@@ -75,10 +90,11 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
-  database_.setupDatabase();
+  if (database_.setupDatabase() != DBInterface::kSuccess)
+    alerts_.showAlert(localized(u"Could not setup jobs database"), {});
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
-  windowServer_.makeKeyAndOrderFront(windows_.main);
+  sessionWindows_.restore();
 }
 
 void AppDelegate::restoreSelection() {
@@ -94,6 +110,7 @@ void AppDelegate::restoreSelection() {
 void AppDelegate::applicationWillTerminate() {
   inputFileList_.storeLastOpenedFiles();
   storeSelection();
+  sessionWindows_.store();
 }
 
 void AppDelegate::storeSelection() {
@@ -101,12 +118,13 @@ void AppDelegate::storeSelection() {
   shared_.defaults->setValue(kSelectedFileKey, row ? nlohmann::json(*row) : nlohmann::json());
 }
 
-bool AppDelegate::windowShouldClose(const Window&) {
+bool AppDelegate::windowShouldClose(const Window& window) {
+  if (&window == &windows_.preferences) preferencesWindow_.preferencesWindowSaveTextFieldsToDefaults();
   return true;
 }
 
-bool AppDelegate::validateMenuItem(std::string_view) const {
-  return true;
+bool AppDelegate::validateMenuItem(std::string_view action) const {
+  return menuValidation_.validateMenuItem(action);
 }
 
 void AppDelegate::openFiles(const std::vector<std::string>& paths) {
@@ -114,6 +132,11 @@ void AppDelegate::openFiles(const std::vector<std::string>& paths) {
   if (!filesToOpen_) filesToOpen_ = paths;
   jobController_.setStartedFromAppIcon();
   inputFileList_.addInputFiles(*filesToOpen_, 0, SelectFiles::Yes, RestoreOperations::No);
+}
+
+void AppDelegate::filesFromLaterStart(const std::vector<std::string>& paths) {
+  fileCommands_.dropAtEnd(paths);
+  windowServer_.makeKeyAndOrderFront(windows_.main);
 }
 
 }  // namespace quillet
