@@ -73,8 +73,10 @@ class DBInterface {
 
   // Quotes inside a text between single quotes; "" when absent.
   static std::string dbStringFromString(std::optional<std::string_view> text);
-  static std::string dbStringFromDate(
-      std::optional<Instant> date);  // "yyyy-MM-dd HH:mm:ss Z"; "" when absent
+  // As "yyyy-MM-dd HH:mm:ss Z" in the default locale and time zone, so that texts sort by date within a zone;
+  // "" when absent.
+  static std::string dbStringFromDate(std::optional<Instant> date);
+  // With "," between them, each in double quotes if these are asked for.
   static std::string commaSeparatedStringForStringArray(const std::vector<std::string>& texts,
                                                         bool doubleQuote);
   static std::string commaSeparatedStringForStringSet(const std::set<std::string>& texts);

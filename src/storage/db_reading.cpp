@@ -23,8 +23,8 @@ struct Column {
 
 enum class FlagKind { Boolean, ZeroOrOne };
 struct Flag {
-  int bit;
   std::string_view key;
+  int bit;
   FlagKind kind = FlagKind::Boolean;
 };
 
@@ -55,10 +55,10 @@ constexpr Column kJobColumns[] = {
     {"reserved", "OutputFileCSVSeparator", Kind::Text},
 };
 constexpr Flag kJobFlags[] = {
-    {0, "OverallTrimWhitespace"},  {1, "OverallAddMissingColumns"}, {2, "OverallInvalidColumn"},
-    {3, "OverallSkipBlankLines"},  {4, "OverallSkipLineNumbers"},   {6, "OverallSkipLinesThatContain"},
-    {8, "OverallContainRegexCS"},  {9, "OverallSameFileName"},      {10, "OverallSeparateOutputFiles"},
-    {11, "OverallOutputFileName"},
+    {"OverallTrimWhitespace", 0},  {"OverallAddMissingColumns", 1}, {"OverallInvalidColumn", 2},
+    {"OverallSkipBlankLines", 3},  {"OverallSkipLineNumbers", 4},   {"OverallSkipLinesThatContain", 6},
+    {"OverallContainRegexCS", 8},  {"OverallSameFileName", 9},      {"OverallSeparateOutputFiles", 10},
+    {"OverallOutputFileName", 11},
 };
 
 constexpr Column kFileColumns[] = {
@@ -76,8 +76,8 @@ constexpr Column kFileColumns[] = {
     {"ifs.reserved", "InputFileCSVSeparator", Kind::Text},
 };
 constexpr Flag kFileFlags[] = {
-    {0, "SkipBlankLines"}, {1, "SkipLineNumbers"},           {3, "SkipLinesThatContain"},
-    {5, "ContainRegexCS"}, {6, "DontTrimWhitespaceFromEOL"},
+    {"SkipBlankLines", 0}, {"SkipLineNumbers", 1},           {"SkipLinesThatContain", 3},
+    {"ContainRegexCS", 5}, {"DontTrimWhitespaceFromEOL", 6},
 };
 
 constexpr Column kFileColumnColumns[] = {
@@ -96,8 +96,8 @@ constexpr Column kFileColumnColumns[] = {
     {"flags", "", Kind::Flags},
 };
 constexpr Flag kFileColumnFlags[] = {
-    {0, "TrimWhitespace"}, {1, "Replace1"},    {2, "Replace1CS"}, {3, "Replace2"},
-    {4, "Replace2CS"},     {5, "ConvertInto"}, {6, "Excluded"},   {7, "Blank", FlagKind::ZeroOrOne},
+    {"TrimWhitespace", 0}, {"Replace1", 1},    {"Replace1CS", 2}, {"Replace2", 3},
+    {"Replace2CS", 4},     {"ConvertInto", 5}, {"Excluded", 6},   {"Blank", 7, FlagKind::ZeroOrOne},
 };
 
 std::string columnNames(Columns columns) {

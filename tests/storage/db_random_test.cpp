@@ -203,7 +203,7 @@ class RandomJobs : public DatabaseTest {
 
 TEST_F(RandomJobs, BehaveAsTheRulesInPlainMaps) {
   constexpr int kSteps = 40;
-  for (std::uint64_t round = testing::rounds(10); round > 0; --round) {
+  for (std::uint64_t round = testing::rounds(4); round > 0; --round) {
     std::filesystem::remove(file());
     model_ = {};
     setUp();

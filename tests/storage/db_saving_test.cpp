@@ -207,6 +207,13 @@ TEST_F(SavingTest, AKnownPathKeepsItsRowAndTheNameInIt) {
   EXPECT_EQ(fileRowsOf("2"), (Table{{"1", "1"}}));
 }
 
+TEST_F(SavingTest, AFileRowOfNoPositiveIdentifierIsNotUsed) {
+  raw("insert into input_files (rowid, file_name, file_path) values (0, 'a', '/a'), (-3, 'b', '/b')");
+  ASSERT_EQ(saveFiles(u"job", {fileEntry("/a"), fileEntry("/b")}), 0);
+  EXPECT_EQ(fileRowsOf("1"), (Table{{"1", "1"}, {"2", "2"}}));
+  EXPECT_EQ(count("input_files"), "4");
+}
+
 TEST_F(SavingTest, PathsAndNamesMayHoldQuotesAndBytesThatAreNoText) {
   ASSERT_EQ(saveFiles(u"job", {fileEntry("/it's/'a'"), fileEntry("/b\xff\x80")}), 0);
   ASSERT_EQ(saveFiles(u"job", {fileEntry("/it's/'a'"), fileEntry("/b\xff\x80")}), 0);
