@@ -36,6 +36,35 @@ TEST(InputFiles, AreAListThatIsEdited) {
   EXPECT_EQ(pathsOf(files), "z");
 }
 
+IndexSet indexes(std::initializer_list<std::int64_t> list) {
+  IndexSet result;
+  for (const auto index : list) result.addIndex(index);
+  return result;
+}
+
+TEST(InputFiles, MoveRowsAsABlock) {
+  InputFiles files;
+  files.setAll({entry("a"), entry("b"), entry("c"), entry("d")});
+  EXPECT_EQ(files.move(indexes({0, 3, 4, 9}), 2), 2u) << "two of them are there";
+  EXPECT_EQ(pathsOf(files), "badc");
+  EXPECT_EQ(files.move({}, 0), 0u);
+  EXPECT_EQ(pathsOf(files), "badc");
+}
+
+TEST(InputFiles, GiveWhatIsRemoved) {
+  InputFiles files;
+  files.setAll({entry("a"), entry("b"), entry("c"), entry("d"), entry("e")});
+  const auto removed = files.remove(indexes({0, 2, 3, 7}));
+  ASSERT_EQ(removed.size(), 3u);
+  EXPECT_EQ(*removed[0]->filePath + *removed[1]->filePath + *removed[2]->filePath, "acd");
+  EXPECT_EQ(pathsOf(files), "be");
+  EXPECT_TRUE(files.remove({}).empty());
+  IndexSet all;
+  all.addRange(0, INT64_MAX);
+  EXPECT_EQ(files.remove(all).size(), 2u);
+  EXPECT_EQ(files.count(), 0u);
+}
+
 TEST(InputFiles, ReplaceAnEntryThatChanges) {
   InputFiles files;
   files.setAll({entry("a")});

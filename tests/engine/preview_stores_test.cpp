@@ -26,6 +26,9 @@ TEST(PreviewStores, KeepRowsOfTwoSides) {
   EXPECT_EQ(stores.rows(kInput, 0, 1), (Rows{{u"a", u"b"}}));
   EXPECT_EQ(stores.rows(kInput, 2, 1), Rows{});
   EXPECT_EQ(stores.rows(kInput, 9, 9), Rows{});
+  EXPECT_EQ(stores.cellCount(kInput, 0), 2u);
+  EXPECT_EQ(stores.cellCount(kOutput, 0), 3u);
+  EXPECT_EQ(stores.cellCount(kInput, 2), std::nullopt);
   stores.clearInputRows();
   EXPECT_EQ(stores.rowCount(kInput), 0u);
   EXPECT_EQ(stores.longestRow(kInput), 0u);

@@ -1,0 +1,126 @@
+// A whole application in a home of its own, over a desktop that writes down what it is asked.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "shell/app_delegate.h"
+#include "support/temporary_folder.h"
+
+namespace quillet::testing {
+
+class RecordingDesktop final : public Alerts,
+                               public Panels,
+                               public Workspace,
+                               public ApplicationControl,
+                               public WindowServer {
+ public:
+  struct FilePanel {
+    std::u16string title;
+    std::u16string prompt;
+    std::vector<std::string> extensions;
+    std::function<void(const std::vector<std::string>&)> confirmed;
+  };
+
+  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
+
+  void showAlert(std::u16string_view title, std::u16string_view message) override {
+    alerts.emplace_back(title, message);
+  }
+  void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName) override {
+    alerts.emplace_back(title, message);
+  }
+  void askInWindow(std::u16string_view, std::u16string_view, const std::vector<std::u16string>&, WindowName,
+                   std::function<void(std::size_t)>) override {}
+  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+                   const std::vector<std::string>& extensions,
+                   std::function<void(const std::vector<std::string>&)> confirmed) override {
+    filePanel = FilePanel{std::u16string(title), std::u16string(prompt), extensions, std::move(confirmed)};
+  }
+  void chooseFolder(std::u16string_view, std::u16string_view,
+                    std::function<void(const std::vector<std::string>&)>) override {}
+  bool reveal(const std::vector<std::string>& paths) override {
+    revealed.push_back(paths);
+    return true;
+  }
+  bool open(const std::string&) override { return true; }
+  void requestTermination() override {}
+  void makeKeyAndOrderFront(Window& window) override { broughtForward.push_back(window.name()); }
+  void orderBack(Window&) override {}
+  void beginSheet(Window&, WindowName) override {}
+  void endSheet(Window&) override {}
+  const Window* keyWindow() const override { return nullptr; }
+  void focus(Control&) override {}
+
+  std::vector<std::pair<std::u16string, std::u16string>> alerts;  // title, message
+  std::optional<FilePanel> filePanel;                             // the last one
+  std::vector<std::vector<std::string>> revealed;
+  std::vector<std::string> broughtForward;  // names of windows
+};
+
+class FoldersIn final : public Folders {
+ public:
+  explicit FoldersIn(std::string home) : home_(std::move(home)) {}
+  std::optional<std::string> documentsFolder() const override {
+    std::string folder = home_ + "/Documents";
+    if (!makeFolders(folder)) return std::nullopt;
+    return folder;
+  }
+  std::string temporaryParentFolder() const override { return home_ + "/tmp"; }
+  std::string defaultsFile() const override { return home_ + "/defaults.json"; }
+
+ private:
+  std::string home_;
+};
+
+class ClipboardWithNothing final : public ClipboardWorkbench {
+ public:
+  void refreshDataFromClipboard() override {}
+  void performClipboardDataOperation(const OperationRecord&) override {}
+  const OperationList& clipboardDataOperationsArray() const override { return operations_; }
+  Content content() const override { return {}; }
+
+ private:
+  OperationList operations_;
+};
+
+class ApplicationTest : public ::testing::Test {
+ protected:
+  AppDelegate& application() {
+    if (!application_)
+      application_ = std::make_unique<AppDelegate>(
+          desktop_.desktop(), clipboard_, std::make_shared<FoldersIn>(home_.path()),
+          std::make_shared<UserDefaults>(home_.path("defaults.json")), std::make_shared<MainThread>());
+    return *application_;
+  }
+
+  void add(const std::vector<std::string>& paths) {
+    application().inputFileList().addInputFiles(paths, application().inputFileList().count(), SelectFiles::No,
+                                                RestoreOperations::No);
+  }
+  std::vector<std::string> listedPaths() {
+    std::vector<std::string> result;
+    for (const auto& file : application().shared().files->all()) result.push_back(file->filePathOrEmpty());
+    return result;
+  }
+  static IndexSet rows(std::initializer_list<std::int64_t> indexes) {
+    IndexSet result;
+    for (const auto index : indexes) result.addIndex(index);
+    return result;
+  }
+  IndexSet selectedRows() { return application().fileSelection().rows(); }
+  bool perform(const char* command) { return application().interface().commands().perform(command); }
+
+  TemporaryFolder home_;
+  RecordingDesktop desktop_;
+
+ private:
+  ClipboardWithNothing clipboard_;
+  std::unique_ptr<AppDelegate> application_;
+};
+
+}  // namespace quillet::testing
