@@ -45,6 +45,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
       operationTable_(windows_.main, fileSelection_),
       previewPanel_(windows_.main, *shared_.previewStores, fileSelection_, *shared_.defaults),
+      previewKeys_(previewPanel_, *shared_.state),
       statusLine_(windows_.main, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"),
       outputFolder_(windows_.main, *shared_.defaults, *shared_.log, desktop),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
@@ -53,6 +54,8 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
                  [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      fileCommands_(windows_.main,
+                    {inputFileList_, fileSelection_, previewPanel_, rightSide_, operationTable_, desktop}),
       clipboardDataWindow_(windows_.clipboardData, windowServer_, clipboard),
       preferencesWindow_(windows_.preferences, windowServer_, *shared_.defaults),
       helpCommands_(desktop.alerts, desktop.workspace),
@@ -70,6 +73,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
 void AppDelegate::addCommands() {
   Commands& commands = interface_.commands();
   commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  fileCommands_.addCommandsTo(commands);
   commands.add("quilletWindowMenuItemClicked", [this] { windowServer_.makeKeyAndOrderFront(windows_.main); });
   clipboardDataWindow_.addCommandsTo(commands);
   helpCommands_.addCommandsTo(commands);
@@ -128,6 +132,11 @@ void AppDelegate::openFiles(const std::vector<std::string>& paths) {
   if (!filesToOpen_) filesToOpen_ = paths;
   jobController_.setStartedFromAppIcon();
   inputFileList_.addInputFiles(*filesToOpen_, 0, SelectFiles::Yes, RestoreOperations::No);
+}
+
+void AppDelegate::filesFromLaterStart(const std::vector<std::string>& paths) {
+  fileCommands_.dropAtEnd(paths);
+  windowServer_.makeKeyAndOrderFront(windows_.main);
 }
 
 }  // namespace quillet

@@ -14,6 +14,7 @@
 #include "shell/clipboard_data_window.h"
 #include "shell/clipboard_workbench.h"
 #include "shell/desktop.h"
+#include "shell/file_commands.h"
 #include "shell/file_selection.h"
 #include "shell/help_commands.h"
 #include "shell/input_file_list.h"
@@ -22,6 +23,7 @@
 #include "shell/menu_validation.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
+#include "shell/preview_keys.h"
 #include "shell/preferences_window.h"
 #include "shell/preview_panel.h"
 #include "shell/right_side.h"
@@ -60,6 +62,10 @@ class AppDelegate {
   // Files from outside. Only the first call's paths are ever added: this is meant.
   void openFiles(const std::vector<std::string>& paths);
 
+  // Files that a later start of the program hands over: as dropped at the end of the list. The main window
+  // comes forward, also without any.
+  void filesFromLaterStart(const std::vector<std::string>& paths);
+
   // What the engine and the main thread share.
   const JobSurroundings& shared() const { return shared_; }
   // All windows, controls and commands, by name.
@@ -71,7 +77,9 @@ class AppDelegate {
   InputFileList& inputFileList() { return inputFileList_; }
   OperationTable& operationTable() { return operationTable_; }
   PreviewPanel& previewPanel() { return previewPanel_; }
+  PreviewKeys& previewKeys() { return previewKeys_; }
   RightSide& rightSide() { return rightSide_; }
+  FileCommands& fileCommands() { return fileCommands_; }
   StatusLine& statusLine() { return statusLine_; }
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
@@ -94,11 +102,13 @@ class AppDelegate {
   InputFileList inputFileList_;
   OperationTable operationTable_;
   PreviewPanel previewPanel_;
+  PreviewKeys previewKeys_;
   StatusLine statusLine_;
   OutputFolder outputFolder_;
   LogCommands logCommands_;
   JobController jobController_;
   RightSide rightSide_;
+  FileCommands fileCommands_;
   ClipboardDataWindow clipboardDataWindow_;
   PreferencesWindow preferencesWindow_;
   HelpCommands helpCommands_;
