@@ -68,11 +68,21 @@ json doubleClick(Drive& drive, const Arguments& arguments) {
   return {{"sheet", sheet ? json(sheet->name()) : json()}};
 }
 
+// A window that is not shown or stands behind its sheet cannot be closed. A sheet closes by its Cancel
+// button.
+bool closeAsUser(Drive& drive, Window& window) {
+  if (!window.isShown() || drive.desktop().hasSheet(window)) return false;
+  if (window.sheetParent() && window.cancelButton()) {
+    window.cancelButton()->press();
+    return !window.isShown();
+  }
+  if (!drive.launchedApplication().windowShouldClose(window)) return false;
+  drive.desktop().closeWindow(window);
+  return true;
+}
+
 json closeWindow(Drive& drive, const Arguments& arguments) {
-  Window& window = windowNamed(drive, arguments.string("window"));
-  const bool closes = window.isShown() && drive.launchedApplication().windowShouldClose(window);
-  if (closes) drive.desktop().closeWindow(window);
-  return {{"closed", closes}};
+  return {{"closed", closeAsUser(drive, windowNamed(drive, arguments.string("window")))}};
 }
 
 json menu(Drive& drive, const Arguments& arguments) {

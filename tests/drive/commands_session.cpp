@@ -1,7 +1,8 @@
-// Settings, and the launch and the end of the application.
+// Settings, the launch and the end of the application, and its help.
 #include <map>
 
 #include "drive/command_table.h"
+#include "shell/controls.h"
 
 namespace quillet::drive {
 
@@ -30,11 +31,22 @@ json terminate(Drive& drive, const Arguments&) {
   return json::object();
 }
 
+// The buttons of the application have texts of their own; this one stands in none of its windows.
+json helpButtonPressed(Drive& drive, const Arguments& arguments) {
+  UserInterface elsewhere;
+  Window window(elsewhere, "", {});
+  Button button(window, "", {}, {});
+  button.setToolTip(arguments.text("toolTip", u""));
+  drive.launchedApplication().interface().commands().perform("helpButtonPressed", &button);
+  return json::object();
+}
+
 constexpr Command kCommands[] = {
     {"setDefaults", setDefaults},
     {"getDefaults", getDefaults},
     {"launch", launch},
     {"terminate", terminate},
+    {"helpButtonPressed", helpButtonPressed},
 };
 
 }  // namespace

@@ -115,12 +115,14 @@ void ScriptedDesktop::endSheet(Window& sheet) {
 
 const Window* ScriptedDesktop::keyWindow() const {
   if (pretendedKeyWindow_) return *pretendedKeyWindow_;
-  if (!key_) return nullptr;
-  const auto hangsOnKey = [this](const Window* sheet) {
-    return nameOf(*sheet->sheetParent()) == key_->name();
-  };
-  const auto sheet = std::find_if(sheets_.rbegin(), sheets_.rend(), hangsOnKey);
-  return sheet == sheets_.rend() ? key_ : *sheet;
+  const Window* sheet = key_ ? sheetOn(*key_) : nullptr;
+  return sheet ? sheet : key_;
+}
+
+const Window* ScriptedDesktop::sheetOn(const Window& window) const {
+  const auto hangsOnIt = [&](const Window* sheet) { return nameOf(*sheet->sheetParent()) == window.name(); };
+  const auto sheet = std::find_if(sheets_.rbegin(), sheets_.rend(), hangsOnIt);
+  return sheet == sheets_.rend() ? nullptr : *sheet;
 }
 
 void ScriptedDesktop::closeWindow(Window& window) {

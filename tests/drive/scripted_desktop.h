@@ -59,6 +59,7 @@ class ScriptedDesktop final : public Alerts,
   // As a user closes it; the next one that is shown becomes key.
   void closeWindow(Window& window);
   Window* openSheet() const { return sheets_.empty() ? nullptr : sheets_.back(); }  // the latest
+  bool hasSheet(const Window& window) const { return sheetOn(window) != nullptr; }
   std::uint64_t sheetsBegun() const { return sheetsBegun_; }
   const Control* focused() const { return focused_; }
   void pretendKeyWindow(const Window* window) { pretendedKeyWindow_ = window; }
@@ -66,6 +67,8 @@ class ScriptedDesktop final : public Alerts,
   void forgetWindows();  // of an application that has ended
 
  private:
+  const Window* sheetOn(const Window& window) const;  // the latest; null when there is none
+
   std::optional<std::vector<std::string>> panelAnswer_;
   std::optional<std::u16string> answer_;
   std::vector<Window*> order_;   // those that are shown, without sheets; the front one first

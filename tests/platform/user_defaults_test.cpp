@@ -1,8 +1,11 @@
 #include "platform/user_defaults.h"
 
+#include <chrono>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <limits>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -247,6 +250,33 @@ TEST_F(UserDefaultsTest, TakesChangesFromSeveralThreads) {
   for (std::thread& thread : threads) thread.join();
   EXPECT_EQ(stored(), json({{"Key0", 9}, {"Key1", 9}, {"Key2", 9}, {"Key3", 9}}));
   EXPECT_EQ(folder.names(), Names{"defaults.json"});
+}
+
+// Each of the two contents is written over the other until the process is killed, wherever it then stands.
+TEST_F(UserDefaultsTest, AKilledProcessLeavesTheOldFileOrTheNewOne) {
+  const std::string large(200'000, 'x');
+  const json first = {{"Key", 1}, {"Large", large}};
+  const json second = {{"Key", 2}, {"Large", large + large}};
+  int newer = 0;
+  for (int round = 0; round < 40 || (newer == 0 && round < 400); ++round) {
+    UserDefaults(path).setValues(first.get<std::map<std::string, json>>());
+    const pid_t writer = ::fork();
+    if (writer == 0) {
+      UserDefaults defaults(path);
+      for (;;) {
+        defaults.setValues(second.get<std::map<std::string, json>>());
+        defaults.setValues(first.get<std::map<std::string, json>>());
+      }
+    }
+    std::this_thread::sleep_for(std::chrono::microseconds(1'000 + round * 731));
+    ::kill(writer, SIGKILL);
+    ::waitpid(writer, nullptr, 0);
+    const json left = stored();
+    ASSERT_TRUE(left == first || left == second) << "round " << round;
+    newer += left == second;
+  }
+  EXPECT_GT(newer, 0) << "no round was killed behind a write";
+  EXPECT_TRUE(log.lines.empty());
 }
 
 }  // namespace

@@ -1,0 +1,73 @@
+// A desktop for one test: it shows and hides the windows that it is given and writes down what it was asked,
+// one text an event.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/unicode_text.h"
+#include "shell/controls.h"
+#include "shell/desktop.h"
+#include "shell/window.h"
+
+namespace quillet::testing {
+
+class RecordingDesktop final : public Alerts,
+                               public Panels,
+                               public Workspace,
+                               public ApplicationControl,
+                               public WindowServer {
+ public:
+  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
+
+  std::vector<std::string> events;
+  const Window* key = nullptr;
+  std::optional<std::vector<std::string>> panelAnswer;  // nothing: cancelled
+  bool workspaceFails = false;
+
+  void showAlert(std::u16string_view title, std::u16string_view message) override {
+    events.push_back("alert " + toUtf8(title) + "|" + toUtf8(message));
+  }
+  void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) override {
+    events.push_back("sheet of " + nameOf(window) + " " + toUtf8(title) + "|" + toUtf8(message));
+  }
+  void askInWindow(std::u16string_view title, std::u16string_view, const std::vector<std::u16string>&,
+                   WindowName, std::function<void(std::size_t)>) override {
+    events.push_back("question " + toUtf8(title));
+  }
+  void chooseFiles(std::u16string_view, std::u16string_view, const std::vector<std::string>&,
+                   std::function<void(const std::vector<std::string>&)> confirmed) override {
+    if (panelAnswer) confirmed(*panelAnswer);
+  }
+  void chooseFolder(std::u16string_view title, std::u16string_view prompt,
+                    std::function<void(const std::vector<std::string>&)> confirmed) override {
+    events.push_back("panel " + toUtf8(title) + "|" + toUtf8(prompt));
+    if (panelAnswer) confirmed(*panelAnswer);
+  }
+  bool reveal(const std::vector<std::string>& paths) override {
+    for (const auto& path : paths) events.push_back("reveal " + path);
+    return !workspaceFails;
+  }
+  bool open(const std::string& pathOrAddress) override {
+    events.push_back("open " + pathOrAddress);
+    return !workspaceFails;
+  }
+  void requestTermination() override { events.emplace_back("terminate"); }
+
+  void makeKeyAndOrderFront(Window& window) override {
+    events.push_back("front " + window.name());
+    key = &window;
+    window.show();
+  }
+  void orderBack(Window& window) override {
+    events.push_back("back " + window.name());
+    window.show();
+  }
+  void beginSheet(Window& sheet, WindowName parent) override { sheet.show(parent); }
+  void endSheet(Window& sheet) override { sheet.hide(); }
+  const Window* keyWindow() const override { return key; }
+  void focus(Control&) override {}
+};
+
+}  // namespace quillet::testing
