@@ -51,7 +51,10 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                      {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
-                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
+                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      operationEditor_(interface_,
+                       {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_, desktop},
+                       [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
   (void)clipboard;
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
@@ -65,6 +68,7 @@ void AppDelegate::addCommands() {
   commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);
+  operationEditor_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);
 }

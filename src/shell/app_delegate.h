@@ -17,6 +17,7 @@
 #include "shell/input_file_list.h"
 #include "shell/job_controller.h"
 #include "shell/log_commands.h"
+#include "shell/operation_editor.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
 #include "shell/preview_panel.h"
@@ -71,6 +72,7 @@ class AppDelegate {
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
+  OperationEditor& operationEditor() { return operationEditor_; }
 
  private:
   void restoreSelection();
@@ -92,6 +94,7 @@ class AppDelegate {
   LogCommands logCommands_;
   JobController jobController_;
   RightSide rightSide_;
+  OperationEditor operationEditor_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 

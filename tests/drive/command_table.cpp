@@ -23,8 +23,8 @@ json parsed(const std::string& line) {
 
 std::vector<Command> allCommands() {
   std::vector<Command> result;
-  for (const auto table : {controlCommands(), fileCommands(), mainWindowCommands(), previewCommands(),
-                           runCommands(), sessionCommands()})
+  for (const auto table : {controlCommands(), fileCommands(), mainWindowCommands(), operationCommands(),
+                           previewCommands(), runCommands(), sessionCommands()})
     result.insert(result.end(), table.begin(), table.end());
   return result;
 }
