@@ -13,7 +13,7 @@ namespace quillet {
 
 // One column of the first kept line of a file.
 struct ColumnEntry {
-  std::int64_t columnIndex = 0;  // from 0
+  std::optional<std::int64_t> columnIndex;  // from 0; what a pass makes has one
   std::u16string columnDescriptor;
   bool operator==(const ColumnEntry&) const = default;
 };

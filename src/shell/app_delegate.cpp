@@ -69,10 +69,16 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                            [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }}),
       saveJobWindow_(interface_, windows_.main,
                      {database_, *shared_.files, clipboard, *shared_.defaults, desktop.windows},
-                     [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }) {
+                     [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }),
+      operationEditor_(interface_,
+                       {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_, desktop},
+                       [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
+  });
+  previewPanel_.setRefillJoinColumns([this](const std::vector<ColumnEntry>& columns) {
+    operationEditor_.panels().joinColumns().refillJoinColumns(columns);
   });
   addCommands();
 }
@@ -86,6 +92,7 @@ void AppDelegate::addCommands() {
   helpCommands_.addCommandsTo(commands);
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);
+  operationEditor_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
   preferencesWindow_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);

@@ -21,6 +21,7 @@
 #include "shell/job_controller.h"
 #include "shell/log_commands.h"
 #include "shell/menu_validation.h"
+#include "shell/operation_editor.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
 #include "shell/preferences_window.h"
@@ -88,6 +89,7 @@ class AppDelegate {
   JobController& jobController() { return jobController_; }
   ClipboardDataWindow& clipboardDataWindow() { return clipboardDataWindow_; }
   PreviousJobsWindow& previousJobsWindow() { return previousJobsWindow_; }
+  OperationEditor& operationEditor() { return operationEditor_; }
 
  private:
   void restoreSelection();
@@ -119,6 +121,7 @@ class AppDelegate {
   SessionWindows sessionWindows_;
   PreviousJobsWindow previousJobsWindow_;
   SaveJobWindow saveJobWindow_;
+  OperationEditor operationEditor_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 

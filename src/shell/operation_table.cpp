@@ -11,26 +11,43 @@ OperationTable::OperationTable(Window& window, const FileSelection& selection)
       editButton_(window, "editOperationButton", {}, "showOperationWindow"),
       deleteButton_(window, "deleteOperationButton", {}, "deleteOperationButtonClicked"),
       table_(window, "operationsTableView",
-             {[this] { return rowCount(); }, [this](std::size_t index) { return row(index); }}) {
+             {[this] { return rowCount(); }, [this](std::size_t index) { return row(index); }}, {},
+             "operationsTableViewDoubleClickOnRow") {
   deleteButton_.setEnabled(false);
   table_.setSelectionChanged([this] { updateUIAfterOperationTableViewSelectionDidChange(); });
 }
 
 void OperationTable::takeMultiFileOperations() {
-  multiFileOperations_.clear();
+  multiFileOperationsArray_.clear();
   const auto file = selection_.firstFile();
   if (!file || !file->operations || file->operations->size() < 2) return;
-  multiFileOperations_ = {file->operations->front(), file->operations->back()};
+  multiFileOperationsArray_ = {file->operations->front(), file->operations->back()};
 }
 
 OperationList OperationTable::operations() const {
-  if (selection_.rows().count() >= 2) return multiFileOperations_;
+  if (isForSeveralFiles()) return multiFileOperationsArray_;
   const auto file = selection_.singleFile();
   return file && file->operations ? *file->operations : OperationList{};
 }
 
+std::optional<OperationRecord> OperationTable::operation(std::size_t row) const {
+  const auto file = selection_.singleFile();
+  if (!isForSeveralFiles() && (!file || !file->operations)) return std::nullopt;
+  const OperationList& list = isForSeveralFiles() ? multiFileOperationsArray_ : *file->operations;
+  return row < list.size() ? std::optional(list[row]) : std::nullopt;
+}
+
+std::optional<OperationRecord> OperationTable::multiFileOperation(std::size_t row) const {
+  if (multiFileOperationsArray_.size() < 2 || row >= multiFileOperationsArray_.size()) return std::nullopt;
+  return multiFileOperationsArray_[row];
+}
+
+void OperationTable::setMultiFileOperation(std::size_t row, OperationRecord record) {
+  multiFileOperationsArray_[row] = std::move(record);
+}
+
 std::size_t OperationTable::rowCount() const {
-  if (selection_.rows().count() >= 2) return multiFileOperations_.size();
+  if (isForSeveralFiles()) return multiFileOperationsArray_.size();
   const auto file = selection_.singleFile();
   return file && file->operations ? file->operations->size() : 0;
 }
@@ -38,9 +55,9 @@ std::size_t OperationTable::rowCount() const {
 // Nothing is copied but the texts of the row: a list may be long, and only rows in sight are asked for.
 Table::Row OperationTable::row(std::size_t row) const {
   const auto file = selection_.singleFile();
-  const bool several = selection_.rows().count() >= 2;
+  const bool several = isForSeveralFiles();
   if (!several && (!file || !file->operations)) return {};
-  const OperationList& list = several ? multiFileOperations_ : *file->operations;
+  const OperationList& list = several ? multiFileOperationsArray_ : *file->operations;
   if (row >= list.size()) return {};
   const auto texts = descriptionForOperation(list[row], &list.front(), &list.back());
   return {texts.begin(), texts.end()};

@@ -1,6 +1,9 @@
 // The table of operations of what is selected in the list of input files.
 #pragma once
 
+#include <cstddef>
+#include <optional>
+
 #include "operations/operation_record.h"
 #include "shell/controls.h"
 #include "shell/file_selection.h"
@@ -18,6 +21,11 @@ class OperationTable {
 
   // The operations of the one selected file, or those for several files.
   OperationList operations() const;
+  std::optional<OperationRecord> operation(std::size_t row) const;  // of these
+
+  // Of those for several files; nothing beyond them, or unless there are both ends.
+  std::optional<OperationRecord> multiFileOperation(std::size_t row) const;
+  void setMultiFileOperation(std::size_t row, OperationRecord record);  // of a row that there is
 
   void reloadTable() { table_.reloadData(); }
   // The delete button is on while an operation is selected.
@@ -30,9 +38,10 @@ class OperationTable {
  private:
   std::size_t rowCount() const;
   Table::Row row(std::size_t row) const;
+  bool isForSeveralFiles() const { return selection_.rows().count() >= 2; }
 
   const FileSelection& selection_;
-  OperationList multiFileOperations_;
+  OperationList multiFileOperationsArray_;
   Button addButton_;  // its menu is the one of all operations
   Button editButton_;
   Button deleteButton_;

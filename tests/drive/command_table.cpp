@@ -23,8 +23,9 @@ json parsed(const std::string& line) {
 
 std::vector<Command> allCommands() {
   std::vector<Command> result;
-  for (const auto table : {controlCommands(), fileCommands(), jobCommands(), mainWindowCommands(),
-                           previewCommands(), runCommands(), sessionCommands(), storageCommands()})
+  for (const auto table :
+       {controlCommands(), fileCommands(), jobCommands(), mainWindowCommands(), operationCommands(),
+        previewCommands(), runCommands(), sessionCommands(), storageCommands()})
     result.insert(result.end(), table.begin(), table.end());
   return result;
 }

@@ -24,6 +24,7 @@ std::span<const Command> controlCommands();
 std::span<const Command> fileCommands();
 std::span<const Command> jobCommands();
 std::span<const Command> mainWindowCommands();
+std::span<const Command> operationCommands();
 std::span<const Command> previewCommands();
 std::span<const Command> runCommands();
 std::span<const Command> sessionCommands();

@@ -72,9 +72,10 @@ json jsonInputFile(const InputFile& file) {
   if (file.operations) result["Operations"] = jsonFromOperations(*file.operations);
   if (!file.expectedColumnsInLine) return result;
   json columns = json::array();
-  for (const auto& column : *file.expectedColumnsInLine)
-    columns.push_back(
-        {{"ColumnIndex", column.columnIndex}, {"ColumnDescriptor", jsonText(column.columnDescriptor)}});
+  for (const auto& column : *file.expectedColumnsInLine) {
+    columns.push_back({{"ColumnDescriptor", jsonText(column.columnDescriptor)}});
+    if (column.columnIndex) columns.back()["ColumnIndex"] = *column.columnIndex;
+  }
   result["ExpectedColumnsInLine"] = std::move(columns);
   return result;
 }
@@ -85,7 +86,10 @@ ColumnEntry columnFromCommand(const json& value) {
   if (!value.is_object()) throw CommandError("a column must be an object");
   const std::string noRoot;
   const Arguments column(value, noRoot);
-  return {column.integer("ColumnIndex"), column.text("ColumnDescriptor", u"")};
+  ColumnEntry entry;
+  if (column.has("ColumnIndex")) entry.columnIndex = column.integer("ColumnIndex");
+  entry.columnDescriptor = column.text("ColumnDescriptor", u"");
+  return entry;
 }
 
 }  // namespace

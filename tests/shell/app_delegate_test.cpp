@@ -146,10 +146,11 @@ TEST_F(AppDelegateTest, LaunchesInItsOrder) {
     seen.push_back(std::to_string(workbench_.refreshes()) + " refresh");
   });
   application_.applicationDidFinishLaunching();
-  EXPECT_EQ(desktop_.events,
-            (std::vector<std::string>{"alert Could not setup jobs database|", "front clipboardDataWindow"}));
+  EXPECT_EQ(desktop_.events, (std::vector<std::string>{"alert Could not setup jobs database|",
+                                                       "alert Error getting previous jobs from database|",
+                                                       "front clipboardDataWindow"}));
   // The window server has written down its own event when it shows the window.
-  EXPECT_EQ(seen, (std::vector<std::string>{"2 alert", "1 selected", "1 refresh"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"3 alert", "1 selected", "1 refresh"}));
 }
 
 TEST_F(AppDelegateTest, TheDatabaseIsSetUpBeforeFilesAreLoaded) {

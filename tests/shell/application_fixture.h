@@ -5,62 +5,13 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "shell/app_delegate.h"
+#include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
 
 namespace quillet::testing {
-
-class RecordingDesktop final : public Alerts,
-                               public Panels,
-                               public Workspace,
-                               public ApplicationControl,
-                               public WindowServer {
- public:
-  struct FilePanel {
-    std::u16string title;
-    std::u16string prompt;
-    std::vector<std::string> extensions;
-    std::function<void(const std::vector<std::string>&)> confirmed;
-  };
-
-  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
-
-  void showAlert(std::u16string_view title, std::u16string_view message) override {
-    alerts.emplace_back(title, message);
-  }
-  void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName) override {
-    alerts.emplace_back(title, message);
-  }
-  void askInWindow(std::u16string_view, std::u16string_view, const std::vector<std::u16string>&, WindowName,
-                   std::function<void(std::size_t)>) override {}
-  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
-                   const std::vector<std::string>& extensions,
-                   std::function<void(const std::vector<std::string>&)> confirmed) override {
-    filePanel = FilePanel{std::u16string(title), std::u16string(prompt), extensions, std::move(confirmed)};
-  }
-  void chooseFolder(std::u16string_view, std::u16string_view,
-                    std::function<void(const std::vector<std::string>&)>) override {}
-  bool reveal(const std::vector<std::string>& paths) override {
-    revealed.push_back(paths);
-    return true;
-  }
-  bool open(const std::string&) override { return true; }
-  void requestTermination() override {}
-  void makeKeyAndOrderFront(Window& window) override { broughtForward.push_back(window.name()); }
-  void orderBack(Window&) override {}
-  void beginSheet(Window&, WindowName) override {}
-  void endSheet(Window&) override {}
-  const Window* keyWindow() const override { return nullptr; }
-  void focus(Control&) override {}
-
-  std::vector<std::pair<std::u16string, std::u16string>> alerts;  // title, message
-  std::optional<FilePanel> filePanel;                             // the last one
-  std::vector<std::vector<std::string>> revealed;
-  std::vector<std::string> broughtForward;  // names of windows
-};
 
 class FoldersIn final : public Folders {
  public:

@@ -6,7 +6,7 @@
 namespace quillet::testing {
 namespace {
 
-using Paths = std::vector<std::string>;
+using Paths = std::vector<std::string>;  // or other texts
 
 class FileCommandsTest : public ApplicationTest {
  protected:
@@ -65,17 +65,14 @@ TEST_F(FileCommandsTest, OneFileWithAFullPathIsRevealed) {
   perform("showInFinderButtonPressed");
   application().fileSelection().select(2);  // it has no path
   perform("showInFinderButtonPressed");
-  EXPECT_TRUE(desktop_.revealed.empty());
-  EXPECT_TRUE(desktop_.alerts.empty());
+  EXPECT_TRUE(desktop_.events.empty());
   application().fileSelection().select(1);
   perform("showInFinderButtonPressed");
-  EXPECT_TRUE(desktop_.revealed.empty());
-  ASSERT_EQ(desktop_.alerts.size(), 1u);
-  EXPECT_EQ(desktop_.alerts[0].first, u"Error");
-  EXPECT_EQ(desktop_.alerts[0].second, u"Could not create documentsPath URL");
+  EXPECT_EQ(std::exchange(desktop_.events, {}),
+            Paths{"sheet of window Error|Could not create documentsPath URL"});
   application().fileSelection().select(std::size_t{0});
   perform("showInFinderButtonPressed");
-  EXPECT_EQ(desktop_.revealed, std::vector<Paths>{{"/a b"}});
+  EXPECT_EQ(desktop_.events, Paths{"reveal /a b"});
 }
 
 TEST_F(FileCommandsTest, FilesOfALaterStartAreDroppedAtTheEnd) {
@@ -83,12 +80,12 @@ TEST_F(FileCommandsTest, FilesOfALaterStartAreDroppedAtTheEnd) {
   application().filesFromLaterStart({"/c", "/a", "/d"});
   EXPECT_EQ(listedPaths(), (Paths{"/a", "/b", "/c", "/d"}));
   EXPECT_EQ(selectedRows(), rows({2, 3}));
-  EXPECT_EQ(desktop_.broughtForward, Paths{"window"});
+  EXPECT_EQ(desktop_.events, Paths{"front window"});
   application().filesFromLaterStart({"/e"});
   EXPECT_EQ(listedPaths().back(), "/e") << "unlike the first files from outside, later ones count, too";
   application().filesFromLaterStart({});
   EXPECT_EQ(listedPaths().size(), 5u);
-  EXPECT_EQ(desktop_.broughtForward.size(), 3u);
+  EXPECT_EQ(desktop_.events.size(), 3u);
 }
 
 // Where the entries and the selection are after a move, with placeholders as in a drop.

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/unicode_text.h"
@@ -21,7 +22,15 @@ class RecordingDesktop final : public Alerts,
  public:
   Desktop desktop() { return {*this, *this, *this, *this, *this}; }
 
+  struct FilePanel {
+    std::u16string title;
+    std::u16string prompt;
+    std::vector<std::string> extensions;
+    std::function<void(const std::vector<std::string>&)> confirmed;
+  };
+
   std::vector<std::string> events;
+  std::optional<FilePanel> filePanel;  // the last one; it stays open for the test to confirm
   const Window* key = nullptr;
   std::optional<std::vector<std::string>> panelAnswer;  // nothing: cancelled
   bool workspaceFails = false;
@@ -36,9 +45,10 @@ class RecordingDesktop final : public Alerts,
                    WindowName, std::function<void(std::size_t)>) override {
     events.push_back("question " + toUtf8(title));
   }
-  void chooseFiles(std::u16string_view, std::u16string_view, const std::vector<std::string>&,
+  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+                   const std::vector<std::string>& extensions,
                    std::function<void(const std::vector<std::string>&)> confirmed) override {
-    if (panelAnswer) confirmed(*panelAnswer);
+    filePanel = FilePanel{std::u16string(title), std::u16string(prompt), extensions, std::move(confirmed)};
   }
   void chooseFolder(std::u16string_view title, std::u16string_view prompt,
                     std::function<void(const std::vector<std::string>&)> confirmed) override {

@@ -1,0 +1,46 @@
+// The controls that several panels share under different names: what to trim, and what to replace.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "operations/operation_record.h"
+#include "shell/controls.h"
+
+namespace quillet {
+
+// IntArg1 bit 1, IntArg2, IntArg3 and the text under a key.
+class TrimControls {
+ public:
+  // typeHandler: the command for a change of the trim type.
+  TrimControls(Window& window, const std::string& prefix, const std::string& typeHandler);
+
+  void fill(const OperationRecord& record, std::string_view textKey);
+  void write(OperationRecord& record, std::string_view textKey) const;
+  std::vector<Control*> all() { return {&what_, &from_, &text_, &caseSensitive_}; }
+
+ private:
+  PopUpButton what_;
+  PopUpButton from_;
+  TextField text_;
+  CheckBox caseSensitive_;
+};
+
+// IntArg1 bit 1, IntArg2 and two texts.
+class ReplaceControls {
+ public:
+  ReplaceControls(Window& window, const std::string& prefix);
+
+  void fill(const OperationRecord& record, std::string_view whatKey, std::string_view withKey);
+  void write(OperationRecord& record, std::string_view whatKey, std::string_view withKey) const;
+  std::vector<Control*> all() { return {&type_, &what_, &with_, &caseSensitive_}; }
+
+ private:
+  PopUpButton type_;
+  TextField what_;
+  TextField with_;
+  CheckBox caseSensitive_;
+};
+
+}  // namespace quillet
