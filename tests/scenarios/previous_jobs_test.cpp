@@ -641,6 +641,21 @@ TEST_F(PreviousJobs, RestoringShowsTheOperationsAndANewPreview) {
   EXPECT_EQ(mainWindow()["outputCells"], R"([["1", "z", "y"]])"_json);
 }
 
+TEST_F(PreviousJobs, RestoringAShorterListShowsItsRowsAlone) {
+  makeDatabase();
+  insertFileJob("job", 1, {{"/a.txt", {101, 901}}});
+  add({write("a.csv", "x,y\n")});
+  setOperations(0, csvOperations("a.csv", {{{"Code", 202}}}));
+  select({0});
+  done("setControl", {{"name", "operationsTableView"}, {"value", {2}}});
+  EXPECT_EQ(mainWindow()["selectedOperations"], json{2});
+  search();
+  selectJobs({0});
+  selectJobFiles({0});
+  done("restoreOperations");
+  EXPECT_EQ(mainWindow()["selectedOperations"], json::array());
+}
+
 TEST_F(PreviousJobs, EachFileGetsAListOfItsOwn) {
   makeDatabase();
   insertFileJob("job", 1, {{"/a.txt", {101, 901}}});
