@@ -160,5 +160,29 @@ TEST_F(PureOperations, AnAvailableNameIsNumberedOrAbsent) {
   EXPECT_EQ(call("fileNameAvailableInFolder", arguments)["text"], nullptr);
 }
 
+TEST_F(PureOperations, DetailsOfSavedJobs) {
+  const json file = {{"FileType", 2},
+                     {"FileEncoding", 4},
+                     {"SkipBlankLines", true},
+                     {"LineNumbersToSkip", 3},
+                     {"ContainRegex", nullptr},
+                     {"SkipLineNumbers", true},
+                     {"ColumnsKey", {{{"ColumnIndex", 1}, {"Excluded", false}}}}};
+  EXPECT_EQ(call("stringForFileDetails", {{"settings", file}})["text"],
+            "Type: CSV\nEncoding: UTF-8\nSkip blank lines\nSkip line numbers: 3\n\n"
+            "Number of columns: 1\nColumn order: 2\n");
+  EXPECT_EQ(call("stringForFileDetails", {{"settings", json::object()}})["text"],
+            "Type: (Unknown)\nEncoding: (Unknown)\n");
+  EXPECT_EQ(call("stringForJobDetails", {{"settings",
+                                          {{"LastSaveDate", "2018-05-30 14:03:22 +0000"},
+                                           {"LastOutputFileType", 1},
+                                           {"OverallSkipLinesThatContain", true},
+                                           {"OverallContainRegex", "x"}}}})["text"],
+            "Last saved: 5/30/18, 2:03 PM\nWrite mode: (Unknown)\nColumn separator: Tab\n"
+            "Line endings: (Unknown)\nSkip lines that contain: \n");
+  for (const json& settings : {json(3), json{{"FileType", 1.5}}, json{{"Other", json::array()}}})
+    refused({{"do", "call"}, {"name", "stringForFileDetails"}, {"settings", settings}});
+}
+
 }  // namespace
 }  // namespace quillet::testing
