@@ -4,12 +4,14 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
 #include "operations/input_file.h"
+#include "platform/index_set.h"
 
 namespace quillet {
 
@@ -23,8 +25,11 @@ class InputFiles {
 
   void setAll(std::vector<Entry> entries);
   void insert(std::size_t index, const std::vector<Entry>& entries);  // behind the end: at the end
-  void replace(std::size_t index, Entry entry);                       // nothing beyond the end
-  bool setOperations(std::size_t index, OperationList operations);    // false beyond the end
+  // How many were moved, and which were removed; indexes beyond the end are passed over.
+  std::size_t move(const IndexSet& indexes, std::int64_t row);  // as withRowsMoved does
+  std::vector<Entry> remove(const IndexSet& indexes);
+  void replace(std::size_t index, Entry entry);                     // nothing beyond the end
+  bool setOperations(std::size_t index, OperationList operations);  // false beyond the end
 
   // Stores the columns in the entry at the index, as it is now, if it still is the file of this path: the
   // list may have been edited since the pass began.

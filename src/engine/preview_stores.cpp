@@ -72,6 +72,13 @@ std::size_t PreviewStores::longestRow(Side side) const {
   return longest;
 }
 
+std::optional<std::size_t> PreviewStores::cellCount(Side side, std::size_t row) const {
+  const std::lock_guard lock(mutex_);
+  const Rows& all = rowsOf(side);
+  if (row >= all.size()) return std::nullopt;
+  return all[row].size();
+}
+
 PreviewStores::Rows PreviewStores::rows(Side side, std::size_t first, std::size_t mostRows) const {
   const std::lock_guard lock(mutex_);
   const Rows& all = rowsOf(side);

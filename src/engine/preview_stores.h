@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -41,8 +42,9 @@ class PreviewStores {
 
   // What a table asks.
   std::size_t rowCount(Side side) const;
-  std::size_t longestRow(Side side) const;                              // in cells; 0 without rows
-  Rows rows(Side side, std::size_t first, std::size_t mostRows) const;  // a copy of those that there are
+  std::size_t longestRow(Side side) const;                                 // in cells; 0 without rows
+  std::optional<std::size_t> cellCount(Side side, std::size_t row) const;  // nothing beyond the rows
+  Rows rows(Side side, std::size_t first, std::size_t mostRows) const;     // a copy of those that there are
 
  private:
   const Rows& rowsOf(Side side) const {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unicode/ustring.h>
 
-#include "platform/unit_blocks.h"
+#include "platform/simd_blocks.h"
 
 namespace quillet {
 namespace {
@@ -27,7 +27,7 @@ std::u16string mapped(std::u16string_view text, Mapping mapping) {
 }
 
 bool isAscii(std::u16string_view text) {
-  const std::size_t index = passUnitsBelow(text, 0, 0x80);
+  const std::size_t index = simd::passUnitsBelow(text, 0, 0x80);
   return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(index), text.end(),
                      [](char16_t unit) { return unit < 0x80; });
 }

@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <unicode/uchar.h>
 
+#include "platform/simd_blocks.h"
 #include "platform/unicode_text.h"
-#include "platform/unit_blocks.h"
 
 namespace quillet {
 namespace {
@@ -209,7 +209,7 @@ std::size_t composedSequenceEndByRules(std::u16string_view text, std::size_t sta
 std::size_t inertRunLength(std::u16string_view text, std::size_t start) {
   std::size_t index = start;
   while (index < text.size()) {
-    index = passUnitsBelow(text, index, 0x0300);
+    index = simd::passUnitsBelow(text, index, 0x0300);
     const InertUnits& table = InertUnits::table();
     const std::size_t blockEnd = std::min(index + 8, text.size());
     for (; index < blockEnd; ++index) {

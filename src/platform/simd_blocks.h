@@ -1,5 +1,6 @@
 // Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; and
-// the widening and narrowing of ASCII. With SSE2 where the processor has it, plain loops elsewhere.
+// the widening and narrowing of ASCII; and passing quickly over units that need no closer look. With SSE2
+// where the processor has it, plain loops elsewhere.
 #pragma once
 
 #include <algorithm>
@@ -109,6 +110,15 @@ inline std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size
   return start;
 }
 
+// Eight units of the text from index on, which must all lie in it.
+inline __m128i unitsAt(std::u16string_view text, std::size_t index) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + index));
+}
+
+inline __m128i eightTimes(char16_t unit) {
+  return _mm_set1_epi16(static_cast<short>(unit));
+}
+
 #else
 
 inline std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size_t start) {
@@ -150,5 +160,28 @@ class UnitBlock {
 };
 
 #endif
+
+// An index from which to look closely: all units from index up to it are below limit (above 0). What it stops
+// at can be below limit too, as whole blocks are passed over.
+inline std::size_t passUnitsBelow(std::u16string_view text, std::size_t index, char16_t limit) {
+#if defined(__SSE2__)
+  const __m128i highest = eightTimes(static_cast<char16_t>(limit - 1));
+  // By how much each unit is above the highest allowed.
+  const auto excess = [&](std::size_t at) { return _mm_subs_epu16(unitsAt(text, at), highest); };
+  const auto isZero = [](__m128i lanes) {
+    return _mm_movemask_epi8(_mm_cmpeq_epi8(lanes, _mm_setzero_si128())) == 0xFFFF;
+  };
+  while (text.size() - index >= 32) {
+    const __m128i first = _mm_or_si128(excess(index), excess(index + 8));
+    const __m128i second = _mm_or_si128(excess(index + 16), excess(index + 24));
+    if (!isZero(_mm_or_si128(first, second))) break;
+    index += 32;
+  }
+  while (text.size() - index >= 8 && isZero(excess(index))) index += 8;
+#else
+  while (index < text.size() && text[index] < limit) ++index;
+#endif
+  return index;
+}
 
 }  // namespace quillet::simd

@@ -5,9 +5,9 @@
 #include <unicode/uchar.h>
 
 #include "platform/composed_sequences.h"
+#include "platform/simd_blocks.h"
 #include "platform/text_fold.h"
 #include "platform/unicode_text.h"
-#include "platform/unit_blocks.h"
 
 namespace quillet {
 namespace {
@@ -48,10 +48,11 @@ bool foldsToAsciiCaseless(char16_t unit) {
 #if defined(__SSE2__)
 // The same for eight units.
 bool anyFoldsToAscii(__m128i units, bool isCaseless) {
-  const auto equals = [&](char16_t unit) { return _mm_cmpeq_epi16(units, eightTimes(unit)); };
+  const auto equals = [&](char16_t unit) { return _mm_cmpeq_epi16(units, simd::eightTimes(unit)); };
   __m128i found = _mm_or_si128(_mm_or_si128(equals(0x037E), equals(0x1FEF)), equals(0x212A));
   if (isCaseless) {
-    const __m128i aboveLigatures = _mm_subs_epu16(_mm_sub_epi16(units, eightTimes(0xFB00)), eightTimes(6));
+    const __m128i aboveLigatures =
+        _mm_subs_epu16(_mm_sub_epi16(units, simd::eightTimes(0xFB00)), simd::eightTimes(6));
     found = _mm_or_si128(found, _mm_cmpeq_epi16(aboveLigatures, _mm_setzero_si128()));
     found = _mm_or_si128(found, _mm_or_si128(_mm_or_si128(equals(0x00DF), equals(0x017F)), equals(0x1E9E)));
   }
@@ -190,10 +191,10 @@ bool TextSearcher::foldsToAsciiBetween(std::u16string_view text, std::size_t sta
   const bool isCaseless = has(CaseInsensitiveSearch);
   if (has(LiteralSearch) && !isCaseless) return false;
   const std::u16string_view part = text.substr(0, end);
-  start = passUnitsBelow(part, start, isCaseless ? kFoldsToAsciiCaselessLimit : kFoldsToAsciiLimit);
+  start = simd::passUnitsBelow(part, start, isCaseless ? kFoldsToAsciiCaselessLimit : kFoldsToAsciiLimit);
 #if defined(__SSE2__)
   for (; start + 8 <= end; start += 8) {
-    if (anyFoldsToAscii(unitsAt(part, start), isCaseless)) return true;
+    if (anyFoldsToAscii(simd::unitsAt(part, start), isCaseless)) return true;
   }
 #endif
   return std::any_of(part.begin() + static_cast<std::ptrdiff_t>(start), part.end(),
@@ -207,14 +208,14 @@ std::size_t TextSearcher::plainFind(std::u16string_view text, std::size_t start)
   // Only where both the first and the last unit fit, looked up eight places at a time, all units are
   // compared. For a letter without case bit 0x20 is set on both sides.
   const auto caseBit = [&](char16_t unit) {
-    return eightTimes(has(CaseInsensitiveSearch) && isAsciiLetter(unit) ? 0x20 : 0);
+    return simd::eightTimes(has(CaseInsensitiveSearch) && isAsciiLetter(unit) ? 0x20 : 0);
   };
-  const __m128i first = eightTimes(needle_.front()), firstCaseBit = caseBit(needle_.front());
-  const __m128i last = eightTimes(needle_.back()), lastCaseBit = caseBit(needle_.back());
+  const __m128i first = simd::eightTimes(needle_.front()), firstCaseBit = caseBit(needle_.front());
+  const __m128i last = simd::eightTimes(needle_.back()), lastCaseBit = caseBit(needle_.back());
   for (; start + length + 7 <= text.size(); start += 8) {
-    const __m128i fitsFirst = _mm_cmpeq_epi16(_mm_or_si128(unitsAt(text, start), firstCaseBit), first);
+    const __m128i fitsFirst = _mm_cmpeq_epi16(_mm_or_si128(simd::unitsAt(text, start), firstCaseBit), first);
     const __m128i fitsLast =
-        _mm_cmpeq_epi16(_mm_or_si128(unitsAt(text, start + length - 1), lastCaseBit), last);
+        _mm_cmpeq_epi16(_mm_or_si128(simd::unitsAt(text, start + length - 1), lastCaseBit), last);
     auto places = static_cast<unsigned>(_mm_movemask_epi8(_mm_and_si128(fitsFirst, fitsLast)));
     while (places != 0) {
       const std::size_t place = start + static_cast<std::size_t>(std::countr_zero(places)) / 2;
@@ -271,7 +272,7 @@ std::optional<TextRange> TextSearcher::hitByRule(std::u16string_view text, std::
 std::optional<TextRange> TextSearcher::nextByRule(std::u16string_view text, std::size_t start) const {
   const StartFilter filter(*this);
   while (start < text.size()) {
-    if (!filter.canStartInAscii()) start = passUnitsBelow(text, start, 0x80);
+    if (!filter.canStartInAscii()) start = simd::passUnitsBelow(text, start, 0x80);
     const std::size_t blockEnd = std::min(start + 8, text.size());
     for (; start < blockEnd; ++start) {
       if (!filter.couldStartAt(text, start)) continue;

@@ -36,7 +36,8 @@ MainWindows::MainWindows(UserInterface& interface)
 AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                          std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
                          std::shared_ptr<MainThread> mainThread)
-    : windowServer_(desktop.windows),
+    : alerts_(desktop.alerts),
+      windowServer_(desktop.windows),
       shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
       database_("quillet.db", shared_.folders->documentsFolder()),
       windows_(interface_),
@@ -44,8 +45,9 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       inputFileList_(*shared_.files, fileSelection_, *shared_.log, *shared_.defaults),
       operationTable_(windows_.main, fileSelection_),
       previewPanel_(windows_.main, *shared_.previewStores, fileSelection_, *shared_.defaults),
+      previewKeys_(previewPanel_, *shared_.state),
       statusLine_(windows_.main, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"),
-      outputFolder_(windows_.main, *shared_.defaults, desktop.alerts, desktop.panels),
+      outputFolder_(windows_.main, *shared_.defaults, *shared_.log, desktop),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
       jobController_(windows_.main, shared_,
                      {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
@@ -54,8 +56,19 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                  [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
       operationEditor_(interface_,
                        {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_, desktop},
-                       [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
-  (void)clipboard;
+                       [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
+      fileCommands_(windows_.main,
+                    {inputFileList_, fileSelection_, previewPanel_, rightSide_, operationTable_, desktop}),
+      clipboardDataWindow_(windows_.clipboardData, windowServer_, clipboard),
+      preferencesWindow_(windows_.preferences, windowServer_, *shared_.defaults),
+      helpCommands_(desktop.alerts, desktop.workspace),
+      menuValidation_(
+          {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard, windowServer_}),
+      sessionWindows_({windows_.main, windows_.clipboardData, windows_.previousJobs}, windowServer_,
+                      clipboard, *shared_.defaults) {
+  previewPanel_.setRefillJoinColumns([this](const std::vector<ColumnEntry>& columns) {
+    operationEditor_.panels().joinColumns().refillJoinColumns(columns);
+  });
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
@@ -66,10 +79,15 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
 void AppDelegate::addCommands() {
   Commands& commands = interface_.commands();
   commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  fileCommands_.addCommandsTo(commands);
+  commands.add("quilletWindowMenuItemClicked", [this] { windowServer_.makeKeyAndOrderFront(windows_.main); });
+  clipboardDataWindow_.addCommandsTo(commands);
+  helpCommands_.addCommandsTo(commands);
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);
   operationEditor_.addCommandsTo(commands);
   outputFolder_.addCommandsTo(commands);
+  preferencesWindow_.addCommandsTo(commands);
   previewPanel_.addCommandsTo(commands);
 }
 
@@ -79,9 +97,11 @@ AppDelegate::~AppDelegate() {
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+  if (database_.setupDatabase() != DBInterface::kSuccess)
+    alerts_.showAlert(localized(u"Could not setup jobs database"), {});
   inputFileList_.loadLastOpenedFiles();
   restoreSelection();
-  windowServer_.makeKeyAndOrderFront(windows_.main);
+  sessionWindows_.restore();
 }
 
 void AppDelegate::restoreSelection() {
@@ -97,6 +117,7 @@ void AppDelegate::restoreSelection() {
 void AppDelegate::applicationWillTerminate() {
   inputFileList_.storeLastOpenedFiles();
   storeSelection();
+  sessionWindows_.store();
 }
 
 void AppDelegate::storeSelection() {
@@ -104,12 +125,13 @@ void AppDelegate::storeSelection() {
   shared_.defaults->setValue(kSelectedFileKey, row ? nlohmann::json(*row) : nlohmann::json());
 }
 
-bool AppDelegate::windowShouldClose(const Window&) {
+bool AppDelegate::windowShouldClose(const Window& window) {
+  if (&window == &windows_.preferences) preferencesWindow_.preferencesWindowSaveTextFieldsToDefaults();
   return true;
 }
 
-bool AppDelegate::validateMenuItem(std::string_view) const {
-  return true;
+bool AppDelegate::validateMenuItem(std::string_view action) const {
+  return menuValidation_.validateMenuItem(action);
 }
 
 void AppDelegate::openFiles(const std::vector<std::string>& paths) {
@@ -117,6 +139,11 @@ void AppDelegate::openFiles(const std::vector<std::string>& paths) {
   if (!filesToOpen_) filesToOpen_ = paths;
   jobController_.setStartedFromAppIcon();
   inputFileList_.addInputFiles(*filesToOpen_, 0, SelectFiles::Yes, RestoreOperations::No);
+}
+
+void AppDelegate::filesFromLaterStart(const std::vector<std::string>& paths) {
+  fileCommands_.dropAtEnd(paths);
+  windowServer_.makeKeyAndOrderFront(windows_.main);
 }
 
 }  // namespace quillet

@@ -11,17 +11,24 @@
 #include <vector>
 
 #include "engine/job_engine.h"
+#include "shell/clipboard_data_window.h"
 #include "shell/clipboard_workbench.h"
 #include "shell/desktop.h"
+#include "shell/file_commands.h"
 #include "shell/file_selection.h"
+#include "shell/help_commands.h"
 #include "shell/input_file_list.h"
 #include "shell/job_controller.h"
 #include "shell/log_commands.h"
+#include "shell/menu_validation.h"
 #include "shell/operation_editor.h"
 #include "shell/operation_table.h"
 #include "shell/output_folder.h"
+#include "shell/preferences_window.h"
+#include "shell/preview_keys.h"
 #include "shell/preview_panel.h"
 #include "shell/right_side.h"
+#include "shell/session_windows.h"
 #include "shell/status_line.h"
 #include "shell/window.h"
 #include "storage/db_interface.h"
@@ -50,11 +57,15 @@ class AppDelegate {
 
   void applicationDidFinishLaunching();
   void applicationWillTerminate();               // stores the session; a run is neither stopped nor awaited
-  bool windowShouldClose(const Window& window);  // always true
+  bool windowShouldClose(const Window& window);  // always true; the preferences store their texts
   // Whether the menu item of this command is on.
   bool validateMenuItem(std::string_view action) const;
   // Files from outside. Only the first call's paths are ever added: this is meant.
   void openFiles(const std::vector<std::string>& paths);
+
+  // Files that a later start of the program hands over: as dropped at the end of the list. The main window
+  // comes forward, also without any.
+  void filesFromLaterStart(const std::vector<std::string>& paths);
 
   // What the engine and the main thread share.
   const JobSurroundings& shared() const { return shared_; }
@@ -67,12 +78,15 @@ class AppDelegate {
   InputFileList& inputFileList() { return inputFileList_; }
   OperationTable& operationTable() { return operationTable_; }
   PreviewPanel& previewPanel() { return previewPanel_; }
+  PreviewKeys& previewKeys() { return previewKeys_; }
   RightSide& rightSide() { return rightSide_; }
+  FileCommands& fileCommands() { return fileCommands_; }
   StatusLine& statusLine() { return statusLine_; }
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
   OperationEditor& operationEditor() { return operationEditor_; }
+  ClipboardDataWindow& clipboardDataWindow() { return clipboardDataWindow_; }
 
  private:
   void restoreSelection();
@@ -80,6 +94,7 @@ class AppDelegate {
 
   void addCommands();
 
+  Alerts& alerts_;
   WindowServer& windowServer_;
   JobSurroundings shared_;
   DBInterface database_;
@@ -89,12 +104,19 @@ class AppDelegate {
   InputFileList inputFileList_;
   OperationTable operationTable_;
   PreviewPanel previewPanel_;
+  PreviewKeys previewKeys_;
   StatusLine statusLine_;
   OutputFolder outputFolder_;
   LogCommands logCommands_;
   JobController jobController_;
   RightSide rightSide_;
   OperationEditor operationEditor_;
+  FileCommands fileCommands_;
+  ClipboardDataWindow clipboardDataWindow_;
+  PreferencesWindow preferencesWindow_;
+  HelpCommands helpCommands_;
+  MenuValidation menuValidation_;
+  SessionWindows sessionWindows_;
   std::optional<std::vector<std::string>> filesToOpen_;
 };
 

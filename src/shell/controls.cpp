@@ -127,6 +127,11 @@ void Table::setColumns(std::vector<Column> columns) {
   changed();
 }
 
+// What shows the table has the width already.
+void Table::userResizesColumn(std::size_t column, int width) {
+  if (column < columns_.size()) columns_[column].width = width;
+}
+
 std::int64_t Table::selectedRow() const {
   return selectedRows_.isEmpty() ? -1 : selectedRows_.lastIndex();
 }

@@ -189,6 +189,8 @@ class Table final : public Control {
     std::string identifier;
     std::u16string title;
     int width = 0;  // in logical pixels; 0 leaves it to what shows the table
+    bool titleIsCentred = false;
+    bool fillsTable = false;  // takes what the table has left, too
     bool operator==(const Column&) const = default;
   };
   enum class Tell { No, Yes };
@@ -201,6 +203,7 @@ class Table final : public Control {
   Row row(std::size_t row) const { return source_.row(row); }
   const std::vector<Column>& columns() const { return columns_; }
   void setColumns(std::vector<Column> columns);
+  void userResizesColumn(std::size_t column, int width);  // nothing beyond the columns
 
   const IndexSet& selectedRows() const { return selectedRows_; }
   std::int64_t selectedRow() const;  // the last one; -1 for none

@@ -19,7 +19,7 @@ FileSelection::FileSelection(Window& window, const InputFiles& files)
       table_(
           window, "filesTableView",
           {[this] { return files_.count(); }, [this](std::size_t row) { return shownRow(files_.at(row)); }},
-          {{"FileColumn0", {}}}) {}
+          {{"FileColumn0", {}}}, "filesTableViewDoubleClickOnRow") {}
 
 void FileSelection::select(std::size_t row) {
   IndexSet rows;

@@ -28,7 +28,8 @@ class FileSelection {
   void reloadTable() { table_.reloadData(Table::Tell::No); }
   void setTableEnabled(bool enabled) { table_.setEnabled(enabled); }
 
-  const IndexSet& rows() const { return table_.selectedRows(); }  // from 0
+  std::int64_t selectedRow() const { return table_.selectedRow(); }  // -1 for none
+  const IndexSet& rows() const { return table_.selectedRows(); }     // from 0
 
   // The one selected row; nothing with none or several.
   std::optional<std::size_t> singleRow() const;

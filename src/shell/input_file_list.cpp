@@ -23,6 +23,12 @@ std::string settingsKeyOfPath(const std::string& path) {
   return toUtf8(toUtf16(path));
 }
 
+std::optional<OperationList> operationsOfPath(const json& lastOperations, const std::string& path) {
+  if (!lastOperations.is_object()) return std::nullopt;
+  const auto found = lastOperations.find(settingsKeyOfPath(path));
+  return found == lastOperations.end() ? std::nullopt : operationsFromJson(*found);
+}
+
 }  // namespace
 
 void InputFileList::logWarning(std::u16string_view key) {
@@ -35,10 +41,13 @@ void InputFileList::logWarning(std::u16string_view key, const std::string& path)
 
 void InputFileList::addInputFiles(const std::vector<std::string>& paths, std::size_t row,
                                   SelectFiles selectFiles, RestoreOperations restoreOperations) {
+  // A copy of what may be large, so it is made once for all files.
+  const json lastOperations =
+      restoreOperations == RestoreOperations::Yes ? defaults_.value("LastOperations") : json();
   std::vector<InputFiles::Entry> added;
   for (const auto& path : paths) {
     if (paths_.contains(path)) continue;
-    added.push_back(std::make_shared<InputFile>(newEntry(path, restoreOperations)));
+    added.push_back(std::make_shared<InputFile>(newEntry(path, lastOperations)));
     paths_.insert(path);
   }
   if (added.empty()) return;
@@ -51,7 +60,7 @@ void InputFileList::addInputFiles(const std::vector<std::string>& paths, std::si
   selection_.select(newRows);
 }
 
-InputFile InputFileList::newEntry(const std::string& path, RestoreOperations restoreOperations) {
+InputFile InputFileList::newEntry(const std::string& path, const json& lastOperations) {
   InputFile entry;
   entry.filePath = path;
   entry.fileName = lastPathComponent(path);
@@ -61,17 +70,22 @@ InputFile InputFileList::newEntry(const std::string& path, RestoreOperations res
   log_.addToImportLog(LogInformation, localizedFormat(u"Scanning \"%@\"", {fileName}));
   scanFile(path, kDefaultEncodingCode, nullptr, &*entry.fileType,
            [this](int level, std::u16string_view text) { log_.addToImportLog(level, text); });
-  if (restoreOperations == RestoreOperations::Yes) entry.operations = lastOperations(path);
+  entry.operations = operationsOfPath(lastOperations, path);
   if (!entry.operations)
     entry.operations = defaultOperations(fileName, *entry.fileType, defaults_.boolForKey("DontAutoSplit"));
   return entry;
 }
 
-std::optional<OperationList> InputFileList::lastOperations(const std::string& path) const {
-  const json stored = defaults_.value("LastOperations");
-  if (!stored.is_object()) return std::nullopt;
-  const auto found = stored.find(settingsKeyOfPath(path));
-  return found == stored.end() ? std::nullopt : operationsFromJson(*found);
+std::size_t InputFileList::moveFiles(const IndexSet& rows, std::int64_t row) {
+  const std::size_t moved = files_.move(rows, row);
+  selection_.reloadTable();
+  return moved;
+}
+
+void InputFileList::removeFiles(const IndexSet& rows) {
+  for (const auto& file : files_.remove(rows))
+    if (file->filePath) paths_.erase(*file->filePath);
+  selection_.reloadTable();
 }
 
 void InputFileList::setInputFiles(std::vector<InputFile> entries) {

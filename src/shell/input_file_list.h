@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -31,6 +32,13 @@ class InputFileList {
   void addInputFiles(const std::vector<std::string>& paths, std::size_t row, SelectFiles selectFiles,
                      RestoreOperations restoreOperations);
 
+  std::size_t count() const { return files_.count(); }
+
+  // Moves the rows, in their order, as one block before the row; both as they count before the move. Gives
+  // how many were moved. Nothing is selected by it, here and in removing.
+  std::size_t moveFiles(const IndexSet& rows, std::int64_t row);
+  void removeFiles(const IndexSet& rows);
+
   // Puts a whole list in place, or the operations of one file (false for a row that there is not). Neither
   // computes a preview.
   void setInputFiles(std::vector<InputFile> entries);
@@ -41,8 +49,8 @@ class InputFileList {
   void loadLastOpenedFiles();
 
  private:
-  InputFile newEntry(const std::string& path, RestoreOperations restoreOperations);
-  std::optional<OperationList> lastOperations(const std::string& path) const;
+  // lastOperations: those of the last session by path, null to restore none.
+  InputFile newEntry(const std::string& path, const nlohmann::json& lastOperations);
   std::optional<std::string> restorablePath(const nlohmann::json& bookmark);
   void logWarning(std::u16string_view key);
   void logWarning(std::u16string_view key, const std::string& path);

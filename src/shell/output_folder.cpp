@@ -15,15 +15,20 @@ constexpr const char* kBookmarkKey = "OutputFolderBookmark";
 
 }  // namespace
 
-OutputFolder::OutputFolder(Window& window, UserDefaults& defaults, Alerts& alerts, Panels& panels)
+OutputFolder::OutputFolder(Window& window, UserDefaults& defaults, JobLog& log, const Desktop& desktop)
     : defaults_(defaults),
-      alerts_(alerts),
-      panels_(panels),
+      log_(log),
+      alerts_(desktop.alerts),
+      panels_(desktop.panels),
+      workspace_(desktop.workspace),
       selectButton_(window, "selectOutputFolderButton", localized(u"Output Folder..."),
-                    "selectOutputFolderMenuItemClicked") {}
+                    "selectOutputFolderMenuItemClicked") {
+  updateToolTip();
+}
 
 void OutputFolder::addCommandsTo(Commands& commands) {
   commands.add("selectOutputFolderMenuItemClicked", [this] { selectOutputFolder(); });
+  commands.add("showOutputFolderMenuItemClicked", [this] { showOutputFolderMenuItemClicked(); });
 }
 
 void OutputFolder::selectOutputFolder() {
@@ -41,6 +46,19 @@ void OutputFolder::store(const std::vector<std::string>& paths) {
                              localized(u"Output folder bookmark was invalid"));
   }
   defaults_.setValue(kBookmarkKey, *bookmark);
+  updateToolTip();
+}
+
+void OutputFolder::updateToolTip() {
+  const auto path = pathFromBookmark(defaults_.value(kBookmarkKey));
+  selectButton_.setToolTip(path ? toUtf16(*path) : localized(u"No output folder chosen yet"));
+}
+
+void OutputFolder::showOutputFolderMenuItemClicked() {
+  const auto folder = resolve();
+  if (!folder) return;
+  if (!folder->path) return log_.addToImportLog(LogWarning, folder->problem);
+  workspace_.reveal({*folder->path});
 }
 
 std::optional<OutputFolder::Resolved> OutputFolder::resolve() const {

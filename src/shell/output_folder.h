@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/job_log.h"
 #include "platform/user_defaults.h"
 #include "shell/controls.h"
 #include "shell/desktop.h"
@@ -14,13 +15,16 @@ namespace quillet {
 // Main thread only. All references outlive it.
 class OutputFolder {
  public:
-  OutputFolder(Window& window, UserDefaults& defaults, Alerts& alerts, Panels& panels);
+  OutputFolder(Window& window, UserDefaults& defaults, JobLog& log, const Desktop& desktop);
 
   void addCommandsTo(Commands& commands);
 
   // Asks the user for the folder and stores it. A failure is a modal alert and leaves the stored one in
   // place.
   void selectOutputFolder();
+  // In the file viewer. Nothing at all when no folder was chosen yet; a failure is a warning in the log,
+  // where a run would show an alert.
+  void showOutputFolderMenuItemClicked();
 
   struct Resolved {
     std::optional<std::string> path;  // an existing folder
@@ -31,11 +35,14 @@ class OutputFolder {
 
  private:
   void store(const std::vector<std::string>& paths);
+  void updateToolTip();
 
   UserDefaults& defaults_;
+  JobLog& log_;
   Alerts& alerts_;
   Panels& panels_;
-  Button selectButton_;
+  Workspace& workspace_;
+  Button selectButton_;  // its tool tip is the folder
 };
 
 }  // namespace quillet

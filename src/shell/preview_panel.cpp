@@ -35,17 +35,29 @@ void PreviewTable::fitAndReload(std::int64_t startPreviewFromLine) {
   const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
   lines_ = stores_.rows(side_, firstRow, shownRowCount_);
   fitColumns();
-  table_.reloadData();
+  reload();
 }
 
+// Widths that the user gave are gone afterwards: this is meant.
 void PreviewTable::fitColumns() {
-  std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth}};
+  std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth, true, false}};
   for (std::size_t column = 1; column < columnCount_; ++column) {
     std::u16string title;
     appendInteger(static_cast<std::int64_t>(column), title);
-    columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth});
+    columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth, true, false});
   }
+  columns.back().fillsTable = true;
   table_.setColumns(std::move(columns));
+}
+
+// Of several selected rows the last one stays selected, if it is still there.
+void PreviewTable::reload() {
+  const std::int64_t selected = table_.selectedRow();
+  table_.reloadData();
+  if (selected < 0 || selected >= static_cast<std::int64_t>(shownRowCount_)) return;
+  IndexSet rows;
+  rows.addIndex(selected);
+  table_.selectRows(rows);
 }
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {
@@ -57,7 +69,14 @@ std::vector<std::string> PreviewTable::columnIdentifiers() const {
 PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
   PreviewStores::Row cells(1);
   appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, cells.front());
-  if (row < lines_.size()) cells.insert(cells.end(), lines_[row].begin(), lines_[row].end());
+  // There are no lines before the first one.
+  const std::int64_t line =
+      static_cast<std::int64_t>(row) +
+      std::clamp(firstLineNumber_, -static_cast<std::int64_t>(kMostRows), std::int64_t{1}) - 1;
+  if (line >= 0 && line < std::ssize(lines_)) {
+    const PreviewStores::Row& stored = lines_[static_cast<std::size_t>(line)];
+    cells.insert(cells.end(), stored.begin(), stored.end());
+  }
   cells.resize(columnCount_);
   return cells;
 }
@@ -89,6 +108,7 @@ PreviewPanel::PreviewPanel(Window& window, const PreviewStores& stores, const Fi
 
 void PreviewPanel::addCommandsTo(Commands& commands) {
   commands.add("previewTypeMenuItemClicked", [this] { updatePreviewArea(); });
+  commands.add("filesTableViewDoubleClickOnRow", [this] { filesTableViewDoubleClickOnRow(); });
 }
 
 void PreviewPanel::showViewOf(PreviewType type) {
@@ -98,12 +118,25 @@ void PreviewPanel::showViewOf(PreviewType type) {
 }
 
 void PreviewPanel::updatePreviewPanel() {
-  if (const auto file = selection_.singleFile())
-    pathLabel_.setText(toUtf16(file->filePathOrEmpty()));
-  else
-    pathLabel_.setText(selection_.rows().count() >= 2 ? localized(u"(Multiple)") : std::u16string());
+  updatePathLabel();
   inputTable_.fitAndReload(startPreviewFromLine_);
   outputTable_.fitAndReload(startPreviewFromLine_);
+  tellExpectedColumns();
+}
+
+void PreviewPanel::updatePathLabel() {
+  const auto file = selection_.singleFile();
+  if (file && !file->filePath) return;  // the label stays as it is: this is meant
+  if (file)
+    pathLabel_.setText(toUtf16(*file->filePath));
+  else
+    pathLabel_.setText(selection_.rows().count() >= 2 ? localized(u"(Multiple)") : std::u16string());
+}
+
+void PreviewPanel::tellExpectedColumns() {
+  const auto file = selection_.singleFile();
+  if (file && refillJoinColumns_)
+    refillJoinColumns_(file->expectedColumnsInLine.value_or(std::vector<ColumnEntry>()));
 }
 
 void PreviewPanel::updatePreviewArea() {
@@ -129,6 +162,15 @@ void PreviewPanel::updatePreviewArea() {
 void PreviewPanel::updateFilesTableView() {
   startPreviewFromLine_ = 1;
   updatePreviewPanel();
+}
+
+void PreviewPanel::showPreview() {
+  if (selection_.selectedRow() >= 0) updateFilesTableView();
+}
+
+void PreviewPanel::filesTableViewDoubleClickOnRow() {
+  typeButton_.selectItemWithTag(static_cast<std::int64_t>(PreviewType::InputText));
+  updatePreviewArea();
 }
 
 void PreviewPanel::setPreviewType(std::int64_t tag) {

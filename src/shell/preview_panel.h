@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,9 +33,11 @@ class PreviewTable {
   PreviewStores::Rows shownCells() const;
 
   Table& table() { return table_; }
+  const Table& table() const { return table_; }
 
  private:
   void fitColumns();
+  void reload();
   PreviewStores::Row shownRow(std::size_t row) const;
 
   const PreviewStores& stores_;
@@ -59,8 +62,16 @@ class PreviewPanel {
   void updatePreviewPanel();
   void updatePreviewArea();
   void updateFilesTableView();            // back to the first line
+  void showPreview();                     // the same while a file is selected
+  void filesTableViewDoubleClickOnRow();  // shows the raw text of the input
   void setPreviewType(std::int64_t tag);  // one that there is not changes nothing
   void emptyText() { textView_.setText({}); }
+
+  // Called by each update with one file selected, with the columns that are expected in a line of that file:
+  // the panel that joins columns begins with them.
+  void setRefillJoinColumns(std::function<void(const std::vector<ColumnEntry>&)> refill) {
+    refillJoinColumns_ = std::move(refill);
+  }
 
   // What writing the output would give, as far as it is shown.
   std::u16string encodedOutputText() const;
@@ -71,11 +82,16 @@ class PreviewPanel {
   const PreviewTable& inputTable() const { return inputTable_; }
   const PreviewTable& outputTable() const { return outputTable_; }
   std::int64_t previewType() const { return typeButton_.selectedTag(); }
+  PreviewTable& inputTable() { return inputTable_; }
+  PreviewTable& outputTable() { return outputTable_; }
   std::int64_t startPreviewFromLine() const { return startPreviewFromLine_; }
+  void setStartPreviewFromLine(std::int64_t line) { startPreviewFromLine_ = line; }  // shown by an update
   const std::u16string& text() const { return textView_.text(); }
 
  private:
   void showViewOf(PreviewType type);
+  void updatePathLabel();
+  void tellExpectedColumns();
 
   const PreviewStores& stores_;
   const FileSelection& selection_;
@@ -86,6 +102,7 @@ class PreviewPanel {
   PreviewTable outputTable_;
   TextView textView_;
   std::int64_t startPreviewFromLine_ = 1;  // from 1
+  std::function<void(const std::vector<ColumnEntry>&)> refillJoinColumns_;
 };
 
 }  // namespace quillet

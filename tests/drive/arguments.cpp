@@ -1,5 +1,6 @@
 #include "drive/arguments.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "drive/json_values.h"
@@ -101,8 +102,11 @@ std::vector<std::string> Arguments::strings(const char* key) const {
 IndexSet Arguments::indexes(const char* key) const {
   const json& list = value(key);
   if (!list.is_array()) refuse(key, "a list of integers");
+  std::vector<std::int64_t> indexes;
+  for (const auto& element : list) indexes.push_back(integerOf(element, key));
+  std::sort(indexes.begin(), indexes.end());  // adding at the end of the set is quick
   IndexSet result;
-  for (const auto& element : list) result.addIndex(integerOf(element, key));
+  for (const std::int64_t index : indexes) result.addIndex(index);
   return result;
 }
 

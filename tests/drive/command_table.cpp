@@ -24,7 +24,7 @@ json parsed(const std::string& line) {
 std::vector<Command> allCommands() {
   std::vector<Command> result;
   for (const auto table : {controlCommands(), fileCommands(), mainWindowCommands(), operationCommands(),
-                           previewCommands(), runCommands(), sessionCommands()})
+                           previewCommands(), runCommands(), sessionCommands(), storageCommands()})
     result.insert(result.end(), table.begin(), table.end());
   return result;
 }

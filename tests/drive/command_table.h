@@ -27,6 +27,7 @@ std::span<const Command> operationCommands();
 std::span<const Command> previewCommands();
 std::span<const Command> runCommands();
 std::span<const Command> sessionCommands();
+std::span<const Command> storageCommands();
 
 // The whole result of one line. Throws CommandError.
 json carryOut(Drive& drive, const std::string& line);

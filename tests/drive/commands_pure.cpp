@@ -20,6 +20,7 @@
 #include "platform/date_ladders.h"
 #include "platform/unicode_text.h"
 #include "shell/operation_json.h"
+#include "storage/db_interface.h"
 #include "text/csv_components.h"
 #include "text/encodings.h"
 #include "text/field_splitter.h"
@@ -278,6 +279,12 @@ json availableName(Drive&, const Arguments& arguments) {
                                                       toUtf8(arguments.text("fileName"))))}};
 }
 
+json dbStringFromString(Drive&, const Arguments& arguments) {
+  std::optional<std::string> text;
+  if (arguments.has("text")) text = arguments.string("text");
+  return {{"text", DBInterface::dbStringFromString(text)}};
+}
+
 constexpr Command kOperations[] = {
     {"findFieldsInLine", findFields},
     {"findComponentsOfCSVString", findComponents},
@@ -305,6 +312,7 @@ constexpr Command kOperations[] = {
     {"tagForEncodingCode", number<tagForEncodingCode>},
     {"encodingCodeForTag", number<encodingCodeForTag>},
     {"validOutputFileType", number<validOutputFileType>},
+    {"dbStringFromString", dbStringFromString},
     {"writeEncodedString", writeEncodedString},
     {"dateFromString", dateFromString},
     {"timeFromString", timeFromString},
