@@ -4,7 +4,7 @@
 
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
-#include "shell/move_rows.h"
+#include "platform/moved_rows.h"
 
 namespace quillet {
 
@@ -204,9 +204,8 @@ void OperationEditor::acceptDrop(const IndexSet& rows, std::int64_t row) {
           localized(u"Cannot Move Operation"),
           localized(u"The initial operation and final operation cannot me moved."), WindowName::Main);
     } else {
-      OperationList operations = *file->operations;
-      moveRows(operations, rows, row);
-      neighbours_.files.setOperations(*neighbours_.selection.singleRow(), std::move(operations));
+      neighbours_.files.setOperations(*neighbours_.selection.singleRow(),
+                                      withRowsMoved(*file->operations, rows, row));
     }
   }
   neighbours_.table.reloadTable();  // the preview stays as it was

@@ -2,7 +2,7 @@
 
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
-#include "shell/move_rows.h"
+#include "platform/moved_rows.h"
 #include "shell/panels/column_entries.h"
 
 namespace quillet {
@@ -40,7 +40,8 @@ void RearrangeColumnsPanel::write(OperationRecord& record) const {
 }
 
 void RearrangeColumnsPanel::acceptDrop(const IndexSet& rows, std::int64_t row) {
-  moveRows(rearrangeColumnsOperationWindowColumns_, rows, row);
+  auto& columns = rearrangeColumnsOperationWindowColumns_;
+  columns = withRowsMoved(std::move(columns), rows, row);
   table_.reloadData();
 }
 
