@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Measures how the application's lists grow: each action at a size and at ten times that size, through quillet-drive.
 
-    growth.py [--drive PATH] [--small]
+    growth.py [--drive PATH] [--small] [--only WORD]
 
 Prints, for each action, the seconds at both sizes and their ratio: about 10 is linear in what the action handles, about
 1 does not depend on it. Actions that are done once a thing are told per thing, so that 1 means no growth. --small
@@ -159,8 +159,11 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--drive", default=str(ROOT / "build" / "release" / "quillet-drive"))
     parser.add_argument("--small", action="store_true")
+    parser.add_argument("--only", help="subjects whose title has this word")
     options = parser.parse_args()
     for title, measure, size in SUBJECTS:
+        if options.only and options.only not in title:
+            continue
         size = max(size // 10, 10) if options.small else size
         times = {}
         for count in (size, size * 10):

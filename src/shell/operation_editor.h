@@ -2,8 +2,8 @@
 // or in all that are selected. The values come from the panels. Every edit puts a new list in the place of
 // the old one, since a run reads the lists meanwhile.
 //
-//   0     the initial operation      A list of fewer than two operations counts as empty: nothing here
-//   changes it. 1..   those between              New ones go here, to the end. last  the final operation
+// The initial operation stands at index 0 and the final one at the last; new ones go before the final one. A
+// list of fewer than two operations counts as empty: nothing here changes it.
 #pragma once
 
 #include <cstddef>
