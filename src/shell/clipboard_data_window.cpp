@@ -37,7 +37,7 @@ ClipboardDataWindow::ClipboardDataWindow(Window& window, WindowServer& server,
                   kClearStatus),
       focusLabel_(window, "clipboardDataWindowFocusLabel"),
       performItem_(window, "clipboardDataWindowPerformToolbarItem", localized(u"Perform"), {}),
-      joinItem_(window, "clipboardDataWindowJoinToolbarItem", localized(u"Join..."),
+      joinItem_(window, "clipboardDataWindowJoinToolbarItem", localized(u"Join…"),
                 "clipboardDataWindowJoinButtonPressed") {
   performItem_.setEnabled(false);
   joinItem_.setEnabled(false);

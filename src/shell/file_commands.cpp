@@ -12,7 +12,7 @@ FileCommands::FileCommands(Window& window, const Neighbours& neighbours)
       addButton_(window, "addInputFileButton", {}, "addInputFileMenuItemClicked"),
       removeButton_(window, "removeInputFilesButton", {}, "removeSelectedInputFilesMenuItemClicked"),
       revealButton_(window, "showInFinderButton", {}, "showInFinderButtonPressed") {
-  addButton_.setToolTip(localized(u"Add Input Files..."));
+  addButton_.setToolTip(localized(u"Add Input Files…"));
   removeButton_.setToolTip(localized(u"Remove Selected Files"));
   revealButton_.setToolTip(localized(u"Show in File Manager"));
 }

@@ -21,7 +21,7 @@ OutputFolder::OutputFolder(Window& window, UserDefaults& defaults, JobLog& log, 
       alerts_(desktop.alerts),
       panels_(desktop.panels),
       workspace_(desktop.workspace),
-      selectButton_(window, "selectOutputFolderButton", localized(u"Output Folder..."),
+      selectButton_(window, "selectOutputFolderButton", localized(u"Output Folder…"),
                     "selectOutputFolderMenuItemClicked") {
   updateToolTip();
 }

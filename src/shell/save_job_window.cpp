@@ -18,7 +18,7 @@ SaveJobWindow::SaveJobWindow(UserInterface& interface, Window& mainWindow, const
                              std::function<void()> jobSaved)
     : neighbours_(neighbours),
       jobSaved_(std::move(jobSaved)),
-      saveJobButton_(mainWindow, "saveJobButton", localized(u"Save Job..."), "saveJobMenuItemClicked"),
+      saveJobButton_(mainWindow, "saveJobButton", localized(u"Save Job…"), "saveJobMenuItemClicked"),
       window_(interface, "saveJobWindow", localized(u"Save Job")),
       nameField_(window_, "saveJobWindowJobNameComboBox"),
       infoLabel_(window_, "saveJobWindowInfoLabel"),

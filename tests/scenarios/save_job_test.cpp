@@ -38,7 +38,7 @@ TEST_F(SaveJob, OpensWithANoteAndTheNameOfTheLastJob) {
 
 TEST_F(SaveJob, TheSheetHasItsControlsAndTheMainWindowItsButton) {
   launchWithFile();
-  EXPECT_EQ(controlNamed("window", "saveJobButton")["value"], "Save Job...");
+  EXPECT_EQ(controlNamed("window", "saveJobButton")["value"], "Save Job…");
   done("press", {{"name", "saveJobButton"}});
   EXPECT_TRUE(isOpen("saveJobWindow"));
   EXPECT_EQ(controlNamed("saveJobWindow", "saveJobWindowSaveButton")["value"], "Save");

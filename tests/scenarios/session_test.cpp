@@ -236,7 +236,7 @@ TEST_F(Session, TheClipboardDataWindowStartsWithItsHelp) {
                {"clipboardDataWindowClearStatusLabelButton", true, true, ""},
                {"clipboardDataWindowFocusLabel", false, true, ""},
                {"clipboardDataWindowPerformToolbarItem", false, false, "Perform"},
-               {"clipboardDataWindowJoinToolbarItem", false, false, "Join..."}};
+               {"clipboardDataWindowJoinToolbarItem", false, false, "Join…"}};
   for (const auto& [name, hidden, enabled, value] : cases) {
     ASSERT_TRUE(controls.contains(name)) << name;
     EXPECT_EQ(controls[name]["hidden"], hidden) << name;
