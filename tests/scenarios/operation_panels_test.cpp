@@ -1082,5 +1082,229 @@ TEST_F(JoinPanelTest, APreviewOfOneFileRefillsTheList) {
   EXPECT_EQ(shown(), (json{"1. p", "2. q"}));
 }
 
+// Records as a file or the database may bring them, and what a record becomes when its panel opens and is
+// done with nothing changed.
+class RandomRecord {
+ public:
+  explicit RandomRecord(RandomSource& random) : random_(random) {}
+
+  json record(int code) {
+    record_ = {{"Code", code}};
+    for (const char* key : {"IntArg5", "Unknown"})
+      if (random_.oneIn(3)) record_[key] = integer(0, 99);
+    switch (code) {
+      case 101:
+        return flags(), encoding(), text("Arg1"), text("Arg2"), maybe("Arg4"), record_;
+      case 150:
+        return flags(), value("IntArg2", 0, 2), text("Arg1"), text("Arg2"), record_;
+      case 201:
+        return flags(), value("IntArg2", 0, 5), text("Arg1"), record_;
+      case 202:
+        return flags(), value("IntArg2", 0, 3), value("IntArg3", 0, 2), text("Arg1"), record_;
+      case 203:
+        return flags(), value("IntArg2", 0, 1), text("Arg1"), text("Arg2"), record_;
+      case 251:
+        return value("IntArg1", -2, 9), text("Arg1"), record_;
+      case 301:
+        return flags(), value("IntArg2", 0, 3), value("IntArg3", 0, 2), columns(), text("Arg2"), record_;
+      case 302:
+        return flags(), value("IntArg2", 0, 1), columns(), text("Arg2"), text("Arg3"), record_;
+      case 303:
+        return flags(), value("IntArg2", 1, 5), value("IntArg3", 1, 4), value("IntArg4", 1, 7), columns(),
+               text("Arg2"), value("Arg5", 0, 9), record_;
+      case 352:
+        return list("Arg1", false), maybe("Arg2"), record_;
+      case 353:
+        return list("Arg1", true), text("Arg2"), record_;
+      case 901:
+        return flags(), encoding(), value("IntArg3", 1, 3), text("Arg1"), text("Arg2"), maybe("Arg3"),
+               text("Arg4"), record_;
+      default:  // 351 and 361
+        return value("IntArg1", 0, 9), text("Arg1"), record_;
+    }
+  }
+
+ private:
+  int integer(int from, int to) {
+    return from + static_cast<int>(random_.below(static_cast<std::size_t>(to - from + 1)));
+  }
+  void value(const char* key, int from, int to) {
+    const int number = integer(from, to);
+    const std::size_t form = random_.below(4);
+    if (form == 0) return;
+    record_[key] = form == 1 ? json(std::to_string(number)) : json(number);
+  }
+  void flags() { value("IntArg1", 0, 127); }
+  void encoding() {
+    static const int codes[] = {1, 4, 12, 30, 7};
+    if (!random_.oneIn(4)) record_["IntArg2"] = random_.pick(codes);
+  }
+  void text(const char* key) {
+    static const char* parts[] = {"a", "\\n", "\n", "\t", "\r", "\\", ",", "é", " ", "1"};
+    std::string result;
+    for (std::size_t count = random_.below(5); count > 0; --count) result += random_.pick(parts);
+    if (!random_.oneIn(4)) record_[key] = result;
+  }
+  void maybe(const char* key) {
+    if (random_.oneIn(2)) text(key);
+  }
+  void columns() {
+    static const char* lists[] = {"", "1", "1 - 2", "2, 4 - 5", "1 - 5", "3 - 9", "6", "1, 3, 5"};
+    if (!random_.oneIn(4)) record_["Arg1"] = random_.pick(lists);
+  }
+  void list(const char* key, bool groups) {
+    std::string result;
+    for (std::size_t count = random_.below(6); count > 0; --count) {
+      if (!result.empty()) result += ", ";
+      result += std::to_string(integer(0, 7));
+      while (groups && random_.oneIn(3)) result += " + " + std::to_string(integer(0, 7));
+    }
+    if (!random_.oneIn(5)) record_[key] = result;
+  }
+
+  RandomSource& random_;
+  json record_;
+};
+
+std::int64_t number(const json& record, const char* key, std::int64_t otherwise) {
+  if (!record.contains(key)) return otherwise;
+  return record[key].is_string() ? std::stoll(record[key].get<std::string>())
+                                 : record[key].get<std::int64_t>();
+}
+
+std::string textOf(const json& record, const char* key) {
+  return record.contains(key) ? record[key].get<std::string>() : "";
+}
+
+std::string replaced(std::string text, const std::string& what, const std::string& with) {
+  for (std::size_t place = 0; (place = text.find(what, place)) != std::string::npos; place += with.size())
+    text.replace(place, what.size(), with);
+  return text;
+}
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts(1);
+  for (const char character : text)
+    if (character == separator)
+      parts.emplace_back();
+    else
+      parts.back() += character;
+  return parts;
+}
+
+// The numbers of the five columns in the text.
+std::vector<std::string> fittingNumbers(const std::string& text, char separator) {
+  std::vector<std::string> result;
+  for (const std::string& part : split(text, separator)) {
+    const int column = std::atoi(part.c_str());
+    if (column >= 1 && column <= 5) result.push_back(std::to_string(column));
+  }
+  return result;
+}
+
+std::string joined(const std::vector<std::string>& parts, const std::string& separator) {
+  std::string result;
+  for (std::size_t i = 0; i < parts.size(); ++i) result += (i ? separator : "") + parts[i];
+  return result;
+}
+
+std::string groupsAfterwards(const std::string& list) {
+  std::vector<std::string> groups;
+  for (const std::string& token : split(list, ',')) {
+    const std::string group = joined(fittingNumbers(token, '+'), " + ");
+    if (!group.empty() || token.find('+') != std::string::npos) groups.push_back(group);
+  }
+  return joined(groups, ", ");
+}
+
+// Ranges that reach beyond the five columns end with them.
+std::string columnsAfterwards(const std::string& list) {
+  return list == "3 - 9" ? "3 - 5" : list == "6" ? "" : list;
+}
+
+json afterwards(json record) {
+  const int code = record["Code"];
+  const auto keep = [&record](const char* key, std::int64_t otherwise) {
+    record[key] = number(record, key, otherwise);
+  };
+  const auto keepText = [&record](const char* key) { record[key] = textOf(record, key); };
+  const auto keepSeparator = [&record](const char* key) {
+    record[key] = replaced(textOf(record, key), "\\n", "\n");
+  };
+  const bool isOfColumns = code >= 301 && code <= 303;
+  switch (code) {
+    case 101:
+    case 901: {
+      keep("IntArg1", 0);
+      const std::int64_t encoding = number(record, "IntArg2", 4);
+      record["IntArg2"] = encoding == 7 ? 4 : encoding;
+      keepSeparator("Arg1"), keepSeparator("Arg2");
+      if (code == 901) keep("IntArg3", 2), keepText("Arg4");
+      return record;
+    }
+    case 150:
+      record["IntArg1"] = 0;
+      keep("IntArg2", 0), keepText("Arg1"), keepText("Arg2");
+      return record;
+    case 201:
+    case 202:
+    case 203:
+    case 301:
+    case 302:
+      keep("IntArg1", 0), keep("IntArg2", 0);
+      if (code == 202 || code == 301) keep("IntArg3", 0);
+      keepText("Arg1");
+      if (code == 203 || isOfColumns) keepText("Arg2");
+      if (code == 302) keepText("Arg3");
+      if (isOfColumns) record["Arg1"] = columnsAfterwards(record["Arg1"]);
+      return record;
+    case 303: {
+      keep("IntArg1", 0), keep("IntArg2", 1), keep("Arg5", 0), keepText("Arg1"), keepText("Arg2");
+      if (record["IntArg2"] <= 3) keep("IntArg3", 1);
+      if (record["IntArg2"] == 3) keep("IntArg4", 1);
+      record["Arg1"] = columnsAfterwards(record["Arg1"]);
+      return record;
+    }
+    case 352:
+      record["Arg1"] = joined(fittingNumbers(textOf(record, "Arg1"), ','), ", ");
+      return record;
+    case 353:
+      record["Arg1"] = groupsAfterwards(textOf(record, "Arg1"));
+      keepText("Arg2");
+      return record;
+    default:
+      keep("IntArg1", code == 251 ? 0 : 5), keepText("Arg1");
+      return record;
+  }
+}
+
+class RandomRecordsTest : public OperationPanelsTest {};
+
+TEST_F(RandomRecordsTest, StayWhatTheyMeanWhenNothingIsChanged) {
+  RandomSource random(77);
+  RandomRecord records(random);
+  launchWithFile();
+  json entry = entries()[0];
+  entry["FilePath"] = path("none.csv");  // no preview finds other columns
+  for (std::uint64_t round = 0; round < rounds(40); ++round)
+    for (const PanelName& panel : kPanels) {
+      const json record = records.record(panel.code);
+      json list = csvOperations("none.csv");
+      int row = 1;
+      if (panel.code == 101) row = 0;
+      if (isEnd(panel.code))
+        list[row] = record;
+      else
+        list.insert(list.begin() + 1, record);
+      entry["Operations"] = list;
+      done("setInputFiles", {{"entries", {entry}}});
+      select({0});
+      done("selectOperations", {{"rows", {row}}});
+      ASSERT_NE(edit(panel.code), nullptr);
+      list[row] = afterwards(record);
+      ASSERT_EQ(operations(), list) << record;
+    }
+}
+
 }  // namespace
 }  // namespace quillet::testing
