@@ -14,7 +14,9 @@ std::optional<std::string> bookmarkFromPath(const std::string& path) {
 
 std::optional<std::string> pathFromBookmark(const nlohmann::json& bookmark) {
   if (!bookmark.is_string()) return std::nullopt;
-  return pathFromFileUrl(bookmark.get_ref<const std::string&>());
+  const auto& text = bookmark.get_ref<const std::string&>();
+  if (text.starts_with('/')) return text;
+  return pathFromFileUrl(text);
 }
 
 }  // namespace quillet

@@ -10,7 +10,8 @@ namespace quillet {
 // Nothing for a path that is not absolute. The file need not exist.
 std::optional<std::string> bookmarkFromPath(const std::string& path);
 
-// Nothing for a value of the settings that is no file URL.
+// Nothing for a value of the settings that is no file URL. An absolute path, as a hand might have written it
+// there, stands for itself.
 std::optional<std::string> pathFromBookmark(const nlohmann::json& bookmark);
 
 }  // namespace quillet

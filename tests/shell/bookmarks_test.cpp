@@ -14,11 +14,15 @@ TEST(Bookmarks, APathComesBack) {
   }
 }
 
+TEST(Bookmarks, AnAbsolutePathStandsForItself) {
+  EXPECT_EQ(pathFromBookmark(nlohmann::json("/a%20b")), "/a%20b");
+}
+
 TEST(Bookmarks, NothingIsNoBookmark) {
   EXPECT_FALSE(bookmarkFromPath("relative"));
   EXPECT_FALSE(bookmarkFromPath(""));
   for (const char* value :
-       {"null", "3", "[]", "{}", "\"\"", "\"/a\"", "\"http://a/b\"", "\"file:a\"", "\"file:///%\""})
+       {"null", "3", "[]", "{}", "\"\"", "\"a\"", "\"http://a/b\"", "\"file:a\"", "\"file:///%\""})
     EXPECT_FALSE(pathFromBookmark(nlohmann::json::parse(value))) << value;
 }
 
