@@ -26,12 +26,13 @@ json shownInSaveJobWindow(Drive& drive) {
 }
 
 void openSaveJobWindow(Drive& drive, const std::string& window) {
+  if (!drive.launchedApplication().interface().window(window))
+    throw CommandError("there is no window " + window);
   const KeyWindowForNow keyWindow(drive, window);
   perform(drive, "saveJobMenuItemClicked");
 }
 
 json saveJob(Drive& drive, const Arguments& arguments) {
-  drive.launchedApplication();
   openSaveJobWindow(drive, arguments.has("window") ? arguments.string("window") : "window");
   auto& nameField = control<TextField>(drive, "saveJobWindowJobNameComboBox");
   json opened = shownInSaveJobWindow(drive);

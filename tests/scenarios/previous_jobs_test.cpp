@@ -384,6 +384,21 @@ TEST_F(PreviousJobs, ADoubleClickOnAFileTellsWhereItIs) {
   EXPECT_EQ(browser()["path"], "") << "selecting a job empties it";
 }
 
+TEST_F(PreviousJobs, OnlyTheSelectionOfOneJobEmptiesThePath) {
+  makeDatabase();
+  insertFileJob("job", 1, {{"/a.txt", {101, 901}}});
+  insertFileJob("other", 2, {});
+  search();
+  selectJobs({1});
+  done("doubleClick", {{"table", "jobFiles"}, {"row", 0}});
+  for (const std::vector<int>& rows : {std::vector<int>{}, {0, 1}}) {
+    selectJobs(rows);
+    EXPECT_EQ(browser()["path"], "/a.txt") << rows.size() << " jobs";
+  }
+  selectJobs({0});
+  EXPECT_EQ(browser()["path"], "");
+}
+
 TEST_F(PreviousJobs, AFileOfTheFirstGenerationShowsItsSettings) {
   makeDatabase();
   const std::string job = insertJob("old", kDate, 0x3F, "");

@@ -109,6 +109,14 @@ TEST_F(SaveJob, TheKeyWindowDecidesWhatIsSaved) {
   EXPECT_EQ(kindOfJobSavedAs("main window again"), json{"0"});
 }
 
+TEST_F(SaveJob, AWindowThatThereIsNotIsRefused) {
+  EXPECT_NE(refused({{"do", "saveJob"}, {"name", "job"}}), "") << "before the launch";
+  launchWithFile();
+  EXPECT_NE(refused({{"do", "saveJob"}, {"name", "job"}, {"window", "clipboardWindow"}}), "");
+  EXPECT_FALSE(isOpen("saveJobWindow"));
+  EXPECT_EQ(jobsInDatabase(), json::array());
+}
+
 TEST_F(SaveJob, ASaveShowsInTheBrowserAtOnce) {
   launchWithFile();
   saveJob("first");

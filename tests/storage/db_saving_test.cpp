@@ -214,6 +214,17 @@ TEST_F(SavingTest, AFileRowOfNoPositiveIdentifierIsNotUsed) {
   EXPECT_EQ(count("input_files"), "4");
 }
 
+// Behind a row of -1 SQLite hands out 0, which stands for the clipboard.
+TEST_F(SavingTest, AFileThatGetsRowZeroIsPassedOver) {
+  raw("insert into input_files (rowid, file_name, file_path) values (-1, 'x', '/x')");
+  ASSERT_EQ(saveClipboard(u"job", {operation(416)}), 0);
+  ASSERT_EQ(saveFiles(u"job", {fileEntry("/a"), fileEntry("/b")}), 0);
+  EXPECT_EQ(raw("select rowid, file_path from input_files where rowid >= 0 order by rowid"),
+            (Table{{"0", "/a"}, {"1", "/b"}}));
+  EXPECT_EQ(fileRowsOf("1"), (Table{{"1", "2"}})) << "the other file keeps its place in the list";
+  EXPECT_EQ(operationsOf("1"), asStored(OperationList{operation(416)}));
+}
+
 TEST_F(SavingTest, PathsAndNamesMayHoldQuotesAndBytesThatAreNoText) {
   ASSERT_EQ(saveFiles(u"job", {fileEntry("/it's/'a'"), fileEntry("/b\xff\x80")}), 0);
   ASSERT_EQ(saveFiles(u"job", {fileEntry("/it's/'a'"), fileEntry("/b\xff\x80")}), 0);
