@@ -38,6 +38,7 @@ json setInputFiles(Drive& drive, const Arguments& arguments) {
   std::vector<InputFile> files;
   for (const auto& entry : entries) files.push_back(inputFileFromCommand(entry));
   application.inputFileList().setInputFiles(std::move(files));
+  application.operationTable().reloadTable();  // rows that are gone are not selected any more
   return json::object();
 }
 
@@ -47,6 +48,7 @@ json setOperations(Drive& drive, const Arguments& arguments) {
   if (index < 0 || !application.inputFileList().setOperations(static_cast<std::size_t>(index),
                                                               arguments.operations("operations")))
     throw CommandError("there is no input file of this index");
+  application.operationTable().reloadTable();
   return json::object();
 }
 

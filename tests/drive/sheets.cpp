@@ -11,17 +11,26 @@ void press(Button* button) {
   button->press();
 }
 
+void finishAsAsked(Drive& drive, const Window& sheet, const Arguments& arguments) {
+  if (arguments.boolean("cancel", false)) {
+    press(sheet.cancelButton());
+  } else if (arguments.has("values")) {
+    setAsUser(drive.launchedApplication().interface(), arguments.value("values"));
+    press(sheet.doneButton());
+  }
+}
+
 }  // namespace
 
 json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments) {
   Window* sheet = watch.openedSheet();
   if (!sheet) return json();
   json opened = settableValuesOf(*sheet);
-  if (arguments.boolean("cancel", false)) {
+  try {
+    finishAsAsked(drive, *sheet, arguments);
+  } catch (const CommandError&) {  // a command that is refused leaves no sheet behind
     press(sheet->cancelButton());
-  } else if (arguments.has("values")) {
-    setAsUser(drive.launchedApplication().interface(), arguments.value("values"));
-    press(sheet->doneButton());
+    throw;
   }
   return opened;
 }

@@ -282,6 +282,17 @@ TEST_F(OperationListTest, TheDeleteButtonIsOnWhileARowIsSelected) {
   EXPECT_EQ(mainWindow()["deleteEnabled"], false) << "the rows are gone";
 }
 
+TEST_F(OperationListTest, RowsThatAListHasNoMoreAreNotSelectedAnyMore) {
+  launchWithOperations({marked("1"), marked("2")});
+  selectOperations({1, 3});
+  setOperations(0, csvOperations("a.csv"));
+  EXPECT_EQ(mainWindow()["selectedOperations"], json{1});
+  EXPECT_EQ(mainWindow()["deleteEnabled"], true);
+  done("setInputFiles", {{"entries", json::array()}});
+  EXPECT_EQ(mainWindow()["selectedOperations"], json::array());
+  EXPECT_EQ(mainWindow()["deleteEnabled"], false);
+}
+
 // Where rows of the list i 1 2 3 4 f go that are dropped before a row.
 TEST_F(OperationListTest, DroppedRowsStandAsOneBlockBeforeTheRow) {
   struct Move {

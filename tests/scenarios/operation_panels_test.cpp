@@ -1,5 +1,6 @@
 // What each panel shows of a record, what it makes and writes, and which of its controls are on and shown.
 #include <algorithm>
+#include <cstdint>
 #include <set>
 
 #include "scenarios/drive_session.h"
@@ -1035,6 +1036,7 @@ TEST_F(JoinPanelTest, AnEditShowsTheStoredGroups) {
                           {"8 + 9, 1", {"", "1. v"}, ", 1"},
                           {"3+1", {"3. x, 1. v"}, "3 + 1"},
                           {"+", {""}, ""},
+                          {"9 +\u0301 8, 1", {"1. v"}, "1"},  // a mark hides the sign that it follows
                           {"x", json::array(), ""},
                           {"", json::array(), ""}};
   launchWithFile();
@@ -1058,6 +1060,38 @@ TEST_F(JoinPanelTest, AnEditOfAFileWithoutKnownColumnsShowsNone) {
   done("selectOperations", {{"rows", {1}}});
   EXPECT_EQ(edit(353)["joinColumnsOperationWindowSeparatorTextField"], "-");
   EXPECT_EQ(operations()[1]["Arg1"], "");
+}
+
+TEST_F(JoinPanelTest, AnEditOfAFileOfNoColumnsKeepsTheGroupsEmpty) {
+  launch();
+  done("setInputFiles",
+       {{"entries",
+         {{{"FilePath", path("none.csv")},
+           {"Operations",
+            csvOperations("none.csv", {{{"Code", 353}, {"Arg1", "1 + 2, 3, 4 + 5"}, {"Arg2", "-"}}})},
+           {"ExpectedColumnsInLine", json::array()}}}}});
+  select({0});
+  done("selectOperations", {{"rows", {1}}});
+  open("showOperationWindow");
+  EXPECT_EQ(shown(), (json{"", ""}));
+  press("done");
+  EXPECT_EQ(operations()[1]["Arg1"], ", ");
+}
+
+TEST_F(JoinPanelTest, TheLargestIndexOfAColumnWrapsAround) {
+  launch();
+  done("setInputFiles",
+       {{"entries",
+         {{{"FilePath", path("none.csv")},
+           {"Operations", csvOperations("none.csv")},
+           {"ExpectedColumnsInLine", {{{"ColumnIndex", INT64_MAX}, {"ColumnDescriptor", "x"}}}}}}}});
+  select({0});
+  openForAdding();
+  EXPECT_EQ(shown(), json{"-9223372036854775808. x"});
+  press("done");
+  EXPECT_EQ(operations()[1]["Arg1"], "-9223372036854775808");
+  done("addOperation", {{"code", 352}});
+  EXPECT_EQ(operations()[2]["Arg1"], "-9223372036854775808");
 }
 
 TEST_F(JoinPanelTest, WithSeveralFilesTheListIsTheOneFromBefore) {

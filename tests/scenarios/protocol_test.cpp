@@ -68,6 +68,24 @@ TEST_F(Protocol, ArgumentsOfTheWrongTypeAreRefused) {
   for (const auto& command : commands) EXPECT_NE(refused(command), "") << command;
 }
 
+TEST_F(Protocol, ACommandThatIsRefusedLeavesNoSheetBehind) {
+  launch();
+  add({write("a.txt", "one\n")});
+  const json arguments[] = {{{"values", {{"noSuchControl", 1}}}},
+                            {{"values", {{"skipLineOperationWindowTextField", 1}}}},
+                            {{"values", 1}},
+                            {{"cancel", 1}}};
+  for (json command : arguments) {
+    command.update({{"do", "addOperation"}, {"code", 201}});
+    EXPECT_NE(refused(command), "") << command;
+    EXPECT_EQ(done("controls", {{"window", "skipLineOperationWindow"}})["open"], false) << command;
+    command.update({{"do", "menu"}, {"action", "addLineOperationSkipMenuItemClicked"}});
+    EXPECT_NE(refused(command), "") << command;
+    EXPECT_EQ(done("controls", {{"window", "skipLineOperationWindow"}})["open"], false) << command;
+  }
+  EXPECT_EQ(entries()[0]["Operations"].size(), 2u);
+}
+
 TEST_F(Protocol, BeforeLaunchAndAfterTerminationOnlySettingsAndOpenedFilesWork) {
   EXPECT_NE(refused({{"do", "mainWindow"}}), "");
   EXPECT_NE(refused({{"do", "terminate"}}), "");

@@ -19,8 +19,12 @@ const std::vector<ColumnEntry>& expectedColumns(const InputFiles::Entry& file) {
   return file && file->expectedColumnsInLine ? *file->expectedColumnsInLine : none;
 }
 
+std::int64_t columnNumber(const ColumnEntry& column) {
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(column.columnIndex.value_or(0)) + 1);
+}
+
 std::u16string shownColumn(const ColumnEntry& column) {
-  return formatted(u"%ld. %@", {column.columnIndex.value_or(0) + 1, column.columnDescriptor});
+  return formatted(u"%ld. %@", {columnNumber(column), column.columnDescriptor});
 }
 
 std::u16string shownColumns(const std::vector<ColumnEntry>& columns) {
@@ -47,7 +51,7 @@ std::u16string stringListFromColumnDictionaryArray(const std::vector<ColumnEntry
   std::u16string text;
   for (const auto& column : columns) {
     appendSeparator(text);
-    appendInteger(column.columnIndex ? *column.columnIndex + 1 : 0, text);
+    appendInteger(column.columnIndex ? columnNumber(column) : 0, text);
   }
   return text;
 }

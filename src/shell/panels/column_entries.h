@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,6 +15,9 @@ namespace quillet {
 // The columns of the file's first kept line; empty for null, and before there was such a line. The file
 // outlives the result.
 const std::vector<ColumnEntry>& expectedColumns(const InputFiles::Entry& file);
+
+// From 1; 1 for a column without an index. The largest index has no number behind it and wraps around.
+std::int64_t columnNumber(const ColumnEntry& column);
 
 // "3. text", the number from 1.
 std::u16string shownColumn(const ColumnEntry& column);

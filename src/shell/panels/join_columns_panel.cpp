@@ -25,7 +25,7 @@ std::vector<ColumnEntry> rearrangedColumns(const InputFile& file, const std::vec
 void appendNumbers(const std::vector<ColumnEntry>& group, std::u16string& text) {
   for (std::size_t index = 0; index < group.size(); ++index) {
     if (index > 0) text += u" + ";
-    appendInteger(group[index].columnIndex.value_or(0) + 1, text);
+    appendInteger(columnNumber(group[index]), text);
   }
 }
 
@@ -62,7 +62,7 @@ OperationPanel::Opens JoinColumnsPanel::fill(const OperationRecord& record) {
   joinColumnsOperationWindowColumns_.clear();
   const auto file = selection_.singleFile();
   const std::u16string list = record.text("Arg1");
-  if (file && !list.empty()) fillGroups(list, expectedColumns(file));
+  if (file && file->expectedColumnsInLine && !list.empty()) fillGroups(list, *file->expectedColumnsInLine);
   reload();
   return Opens::Yes;
 }
@@ -70,10 +70,9 @@ OperationPanel::Opens JoinColumnsPanel::fill(const OperationRecord& record) {
 // A group whose columns are all gone stays as an empty one, a single column that is gone does not: this is
 // meant.
 void JoinColumnsPanel::fillGroups(std::u16string_view list, const std::vector<ColumnEntry>& columns) {
-  if (columns.empty()) return;
   for (const auto token : componentsSeparatedByString(list, u",")) {
     Group group = columnsNamedBy(token, u"+", columns);
-    const bool isJoined = token.find(u'+') != std::u16string_view::npos;
+    const bool isJoined = rangeOfString(token, u"+", 0).has_value();
     if (isJoined || !group.empty()) joinColumnsOperationWindowColumns_.push_back(std::move(group));
   }
 }
