@@ -252,6 +252,23 @@ TEST_F(Run, APreviewThatFailsTurnsTheStatusRed) {
   EXPECT_EQ(window["statusColour"], "red");
 }
 
+TEST_F(Run, TheStatusLineStaysUntilItsButtonClearsIt) {
+  launch();
+  useOutputFolder();
+  add({write("a.txt", "1\n")});
+  EXPECT_EQ(mainWindow()["statusClearShown"], false);
+  for (const json& clear : {json{{"do", "press"}, {"name", "clearStatusLabelButton"}},
+                            json{{"do", "menu"}, {"action", "clearStatusLabelButtonClicked"}}}) {
+    run();
+    select({});
+    EXPECT_EQ(mainWindow()["status"], (json{{"text", "Job completed."}, {"type", 0}}));
+    EXPECT_EQ(mainWindow()["statusClearShown"], true);
+    session().send(clear);
+    EXPECT_EQ(mainWindow()["status"], (json{{"text", ""}, {"type", 0}})) << clear;
+    EXPECT_EQ(mainWindow()["statusClearShown"], false) << clear;
+  }
+}
+
 TEST_F(Run, ASetFlagTurnsRunIntoStop) {
   launchWith("a.csv", "1\n", csvOperations("o.csv"));
   EXPECT_EQ(done("setFlags")["runningJob"], false);
