@@ -48,9 +48,15 @@ Button& buttonToPress(Drive& drive, const std::string& name) {
   return *button;
 }
 
+// A check box is a button, too: pressing it is a click that switches it over.
 json press(Drive& drive, const Arguments& arguments) {
-  drive.launchedApplication();
-  buttonToPress(drive, arguments.string("name")).press();
+  const UserInterface& interface = drive.launchedApplication().interface();
+  const std::string name = arguments.string("name");
+  auto* checkBox = dynamic_cast<CheckBox*>(interface.control(name));
+  if (!checkBox)
+    buttonToPress(drive, name).press();
+  else if (checkBox->isEnabled() && !checkBox->isHidden())
+    checkBox->userSets(!checkBox->isOn());
   return json::object();
 }
 

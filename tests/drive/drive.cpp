@@ -14,7 +14,6 @@ Drive::Drive(std::string root, Documents documents)
     : root_(std::move(root)), folders_(std::make_shared<RootFolders>(root_, documents)) {
   folders_->documentsFolder();
   makeFolders(folders_->temporaryParentFolder());
-  defaults();
 }
 
 Drive::~Drive() = default;
@@ -26,7 +25,8 @@ UserDefaults& Drive::defaults() {
 
 AppDelegate& Drive::application() {
   if (application_) return *application_;
-  defaults();
+  // Read anew: the file may have been changed from outside since a command asked for the settings.
+  defaults_ = std::make_shared<UserDefaults>(folders_->defaultsFile());
   mainThread_ = std::make_shared<MainThread>();
   workbench_ = std::make_unique<ScriptedWorkbench>();
   application_ =

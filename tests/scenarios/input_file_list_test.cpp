@@ -221,6 +221,14 @@ TEST_F(InputFileList, FilesFromOutsideAreAddedOnceAndForgetTheStoredSelection) {
   EXPECT_EQ(entries().size(), 2u) << "a second delivery passes the first list again";
 }
 
+TEST_F(InputFileList, TheTableShowsTheLastComponentOfThePath) {
+  launch();
+  done("setInputFiles",
+       {{"entries", {{{"FilePath", "/folder/a b.txt"}, {"FileName", "other"}}, {{"FileName", "pathless"}}}}});
+  EXPECT_EQ(done("controls", {{"window", "window"}})["controls"]["filesTableView"]["titles"],
+            (json{{"a b.txt"}, {""}}));
+}
+
 TEST_F(InputFileList, SetEntriesKeepAbsentKeysAbsent) {
   launch();
   const json list = {json::object(),

@@ -85,6 +85,16 @@ TEST_F(Preferences, ACheckBoxTogglesItsSettingAtOnceAndASecondClickBack) {
   }
 }
 
+TEST_F(Preferences, ACheckBoxIsPressedAsAButton) {
+  launch();
+  open();
+  for (const bool stored : {true, false}) {
+    done("press", {{"name", kSplit}});
+    EXPECT_EQ(defaultOf("DontAutoSplit"), stored);
+    EXPECT_EQ(shown(kSplit), !stored);
+  }
+}
+
 TEST_F(Preferences, ACheckBoxTogglesWhatIsStoredAndNotWhatItShows) {
   launch();
   open();

@@ -107,6 +107,20 @@ TEST_F(Protocol, SettingsAreWrittenAtOnceAndANullRemovesThem) {
   EXPECT_EQ(defaultOf("Number"), 3);
 }
 
+TEST_F(Protocol, SettingsAreReadWhenTheApplicationIsMade) {
+  EXPECT_EQ(defaultOf("Number"), nullptr);
+  write("defaults.json", R"({"Number": 3, "LastOpenedFiles": []})");
+  launch();
+  EXPECT_EQ(defaultOf("Number"), 3);
+  terminate();
+  EXPECT_EQ(defaultOf("Number"), 3);
+  write("defaults.json", R"({"Number": 4})");
+  done("openFiles", {{"paths", json::array()}});  // makes the next one
+  write("defaults.json", R"({"Number": 5})");
+  launch();
+  EXPECT_EQ(defaultOf("Number"), 4);
+}
+
 TEST_F(Protocol, BrokenSettingsAreSetAsideWithALineInTheSystemLog) {
   write("defaults.json", "{\"a\":");
   json result = done("getDefaults", {{"keys", {"a"}}});

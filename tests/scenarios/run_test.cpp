@@ -64,6 +64,20 @@ TEST_F(Run, OperationsThatMayStandOnlyOnceStopIt) {
   EXPECT_FALSE(std::filesystem::exists(path("out/a.txt")));
 }
 
+// Its name is what the message would begin with.
+TEST_F(Run, AnEntryWithoutANameOrAListIsNotChecked) {
+  launch();
+  useOutputFolder();
+  const json joinedTwice = csvOperations("o.txt", std::vector<json>(2, {{"Code", 251}}));
+  for (const json& entry : {json{{"FilePath", write("a.txt", "1\n")}, {"Operations", joinedTwice}},
+                            json{{"FilePath", path("a.txt")}, {"FileName", "a.txt"}}}) {
+    done("setInputFiles", {{"entries", {entry}}});
+    const json result = run();
+    EXPECT_FALSE(result.contains("alerts")) << result;
+    EXPECT_NE(result["log"], nullptr) << "it has run";
+  }
+}
+
 TEST_F(Run, WithoutAnOutputFolderItAsksAndStartsOnTheSecondPress) {
   launch();
   add({write("a.txt", "1\n")});
@@ -241,6 +255,15 @@ TEST_F(Run, AfterErrorsTheLogTellsTheOutcomeAndTheStatusLineThatOfThePreview) {
   EXPECT_EQ(window["statusClearShown"], true);
 }
 
+TEST_F(Run, ThePreviewBeforeItHasNoPartInTheOutcome) {
+  launch();
+  useOutputFolder();
+  add({path("late.txt")});
+  EXPECT_EQ(log().back()[0], 2) << "the preview could not read it";
+  write("late.txt", "1\n");
+  EXPECT_NE(run()["log"].get<std::string>().find("\nJob completed\n"), std::string::npos);
+}
+
 TEST_F(Run, APreviewThatFailsTurnsTheStatusRed) {
   launch();
   useOutputFolder();
@@ -250,6 +273,23 @@ TEST_F(Run, APreviewThatFailsTurnsTheStatusRed) {
   EXPECT_EQ(window["status"],
             (json{{"text", "Job completed with issues. Check the log file."}, {"type", 2}}));
   EXPECT_EQ(window["statusColour"], "red");
+}
+
+TEST_F(Run, TheStatusLineStaysUntilItsButtonClearsIt) {
+  launch();
+  useOutputFolder();
+  add({write("a.txt", "1\n")});
+  EXPECT_EQ(mainWindow()["statusClearShown"], false);
+  for (const json& clear : {json{{"do", "press"}, {"name", "clearStatusLabelButton"}},
+                            json{{"do", "menu"}, {"action", "clearStatusLabelButtonClicked"}}}) {
+    run();
+    select({});
+    EXPECT_EQ(mainWindow()["status"], (json{{"text", "Job completed."}, {"type", 0}}));
+    EXPECT_EQ(mainWindow()["statusClearShown"], true);
+    session().send(clear);
+    EXPECT_EQ(mainWindow()["status"], (json{{"text", ""}, {"type", 0}})) << clear;
+    EXPECT_EQ(mainWindow()["statusClearShown"], false) << clear;
+  }
 }
 
 TEST_F(Run, ASetFlagTurnsRunIntoStop) {
