@@ -76,8 +76,8 @@ FilePass::FilePass(const InputFile& file, const PassSurroundings& surroundings)
       settings_(settingsFromOperations(operations_)) {}
 
 void FilePass::logError(std::u16string_view key, int reason) const {
-  surroundings_.log.addToImportLog(LogError,
-                                   localizedFormat(key, {toUtf16(file_.filePathOrEmpty()), std::int64_t{reason}}));
+  surroundings_.log.addToImportLog(
+      LogError, localizedFormat(key, {toUtf16(file_.filePathOrEmpty()), std::int64_t{reason}}));
 }
 
 FileCounts FilePass::run() {
@@ -96,8 +96,8 @@ FileCounts FilePass::run() {
 void FilePass::processOpenFile() {
   std::optional<TextWriter> writer;
   if (const auto& run = surroundings_.run) {
-    surroundings_.log.addToImportLog(LogInformation,
-                                     localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePathOrEmpty())}));
+    surroundings_.log.addToImportLog(
+        LogInformation, localizedFormat(u"Processing \"%@\"", {toUtf16(file_.filePathOrEmpty())}));
     output_.emplace(run->temporaryFolder.path(), settings_.outputFileName, settings_.writeMode,
                     surroundings_.log);
     writer.emplace(output_->createTemporaryFile(), settings_.outputEncoding,

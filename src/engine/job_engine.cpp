@@ -134,8 +134,8 @@ class EngineUse {
     } catch (const std::bad_alloc&) {
     } catch (const std::length_error&) {
     }
-    around_.log->addToImportLog(LogError,
-                                localizedFormat(u"Not enough memory for \"%@\"", {toUtf16(file.filePathOrEmpty())}));
+    around_.log->addToImportLog(
+        LogError, localizedFormat(u"Not enough memory for \"%@\"", {toUtf16(file.filePathOrEmpty())}));
     return {};
   }
 
