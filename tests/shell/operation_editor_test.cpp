@@ -7,48 +7,13 @@
 #include <string>
 #include <vector>
 
+#include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
 
 namespace quillet {
 namespace {
 
 using Events = std::vector<std::string>;
-
-class SilentDesktop final : public Alerts,
-                            public Panels,
-                            public Workspace,
-                            public ApplicationControl,
-                            public WindowServer {
- public:
-  explicit SilentDesktop(Events& events) : events_(events) {}
-  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
-
-  void showAlert(std::u16string_view, std::u16string_view) override { events_.push_back("modal alert"); }
-  void showAlertInWindow(std::u16string_view, std::u16string_view, WindowName) override {
-    events_.push_back("alert");
-  }
-  void askInWindow(std::u16string_view, std::u16string_view, const std::vector<std::u16string>&, WindowName,
-                   std::function<void(std::size_t)>) override {}
-  void chooseFiles(std::u16string_view, std::u16string_view, const std::vector<std::string>&,
-                   std::function<void(const std::vector<std::string>&)>) override {}
-  void chooseFolder(std::u16string_view, std::u16string_view,
-                    std::function<void(const std::vector<std::string>&)>) override {}
-  bool reveal(const std::vector<std::string>&) override { return true; }
-  bool open(const std::string&) override { return true; }
-  void requestTermination() override {}
-  void makeKeyAndOrderFront(Window&) override {}
-  void orderBack(Window&) override {}
-  void beginSheet(Window& sheet, WindowName parent) override { sheet.show(parent); }
-  void endSheet(Window& sheet) override {
-    sheet.hide();
-    events_.push_back("sheet ends");
-  }
-  const Window* keyWindow() const override { return nullptr; }
-  void focus(Control&) override {}
-
- private:
-  Events& events_;
-};
 
 InputFile fileWith(const std::string& path, const OperationList& between) {
   InputFile file;
@@ -88,8 +53,8 @@ class OperationEditorTest : public ::testing::Test {
   }
   std::size_t operationCount(std::size_t file) const { return files_.at(file)->operations->size(); }
 
-  Events events_;
-  SilentDesktop desktop_{events_};
+  testing::RecordingDesktop desktop_;
+  Events& events_ = desktop_.events;
   UserInterface interface_;
   Window window_{interface_, "window", u""};
   InputFiles files_;
@@ -150,7 +115,10 @@ TEST_F(OperationEditorTest, AMoveOnlyReloadsTheTable) {
   EXPECT_EQ(events_, Events{"table reloads"});
   selectOperation(0);
   editor_.acceptDrop(rows, 3);
-  EXPECT_EQ(events_, (Events{"alert", "table reloads"}));
+  EXPECT_EQ(events_,
+            (Events{"sheet of window Cannot Move Operation|The initial operation and final operation cannot "
+                    "me moved.",
+                    "table reloads"}));
 }
 
 TEST_F(OperationEditorTest, ACodeWithoutAPanelGetsARecordWithTheCodeAlone) {

@@ -75,7 +75,10 @@ class RecordingDesktop final : public Alerts,
     window.show();
   }
   void beginSheet(Window& sheet, WindowName parent) override { sheet.show(parent); }
-  void endSheet(Window& sheet) override { sheet.hide(); }
+  void endSheet(Window& sheet) override {
+    sheet.hide();
+    events.emplace_back("sheet ends");
+  }
   const Window* keyWindow() const override { return key; }
   void focus(Control&) override {}
 };
