@@ -15,6 +15,11 @@ enum class Settable { No, Yes };
 class Description final : public ControlVisitor {
  public:
   using ControlVisitor::visit;
+
+  explicit Description(Control& control) { control.accept(*this); }
+  Description(const Description&) = delete;
+  Description& operator=(const Description&) = delete;
+
   void visit(Label& label) override { value = jsonText(label.text()); }
   void visit(Button& button) override { value = jsonText(button.title()); }
   void visit(CheckBox& checkBox) override {
@@ -44,12 +49,6 @@ class Description final : public ControlVisitor {
   json placeholder;
   json titles;
 };
-
-Description described(Control& control) {
-  Description description;
-  control.accept(description);
-  return description;
-}
 
 class Setter final : public ControlVisitor {
  public:
@@ -96,11 +95,11 @@ Control& controlNamed(const UserInterface& interface, const std::string& name) {
 }  // namespace
 
 json valueOf(Control& control) {
-  return described(control).value;
+  return Description(control).value;
 }
 
 json describe(Control& control) {
-  const Description description = described(control);
+  const Description description(control);
   return {{"value", description.value},
           {"enabled", control.isEnabled()},
           {"hidden", control.isHidden()},
@@ -111,7 +110,7 @@ json describe(Control& control) {
 json settableValuesOf(const Window& window) {
   json values = json::object();
   for (Control* control : window.controls()) {
-    const Description description = described(*control);
+    const Description description(*control);
     if (description.settable == Settable::Yes) values[control->name()] = description.value;
   }
   return values;
