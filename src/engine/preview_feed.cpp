@@ -26,7 +26,7 @@ void PreviewFeed::addRow(PreviewStores::Side side, const OutputCells& cells, con
 
 void PreviewFeed::appendOutput(std::u16string_view text) {
   if (!takesOutput()) return;
-  if (bounded_) text = text.substr(0, PreviewStores::kTextUnits - outputUnits_);
+  text = text.substr(0, limits_.outputUnits - outputUnits_);
   outputUnits_ += text.size();
   stores_.appendOutput(text);
 }

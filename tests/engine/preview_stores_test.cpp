@@ -142,5 +142,19 @@ TEST(PreviewFeed, TakesFewRowsOfAGreatWidth) {
   EXPECT_EQ(rows, 16);
 }
 
+TEST(PreviewFeed, APreviewHasABoundThatOnlyAbsurdRowsReach) {
+  PreviewStores stores;
+  PreviewFeed feed(stores, PreviewFeed::Extent::Everything);
+  const std::u16string filler(95, u'x');
+  const std::vector<std::u16string_view> cells(65'536, filler);
+  int rows = 0;
+  for (; feed.takesRows(kOutput) && rows < 10; ++rows) feed.addRow(kOutput, cellsOf(cells), nullptr);
+  EXPECT_EQ(rows, 5);
+  EXPECT_TRUE(feed.takesRows(kInput));
+  for (int i = 0; i < 10; ++i) feed.appendOutput(std::u16string(4'000'000, u'x'));
+  EXPECT_FALSE(feed.takesOutput());
+  EXPECT_EQ(stores.content().outputString.size(), 33'554'432u);
+}
+
 }  // namespace
 }  // namespace quillet
