@@ -119,9 +119,7 @@ void AppDelegate::restoreSelection() {
   if (!shared_.defaults->has(kSelectedFileKey) || row < 0 ||
       row >= static_cast<std::int64_t>(shared_.files->count()))
     return rightSide_.showHelpBox();
-  IndexSet rows;
-  rows.addIndex(row);
-  fileSelection_.select(rows);
+  fileSelection_.select(static_cast<std::size_t>(row));
 }
 
 void AppDelegate::applicationWillTerminate() {

@@ -27,10 +27,7 @@ bool hasRow(const Table& table, std::int64_t row) {
 }
 
 void selectIfThere(Table& table, std::int64_t row) {
-  if (!hasRow(table, row)) return;
-  IndexSet rows;
-  rows.addIndex(row);
-  table.selectRows(rows);
+  if (hasRow(table, row)) table.selectRows(IndexSet{row});
 }
 
 }  // namespace

@@ -54,10 +54,8 @@ void PreviewTable::fitColumns() {
 void PreviewTable::reload() {
   const std::int64_t selected = table_.selectedRow();
   table_.reloadData();
-  if (selected < 0 || selected >= static_cast<std::int64_t>(shownRowCount_)) return;
-  IndexSet rows;
-  rows.addIndex(selected);
-  table_.selectRows(rows);
+  if (selected >= 0 && selected < static_cast<std::int64_t>(shownRowCount_))
+    table_.selectRows(IndexSet{selected});
 }
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {

@@ -58,11 +58,6 @@ class ApplicationTest : public ::testing::Test {
     for (const auto& file : application().shared().files->all()) result.push_back(file->filePathOrEmpty());
     return result;
   }
-  static IndexSet rows(std::initializer_list<std::int64_t> indexes) {
-    IndexSet result;
-    for (const auto index : indexes) result.addIndex(index);
-    return result;
-  }
   IndexSet selectedRows() { return application().fileSelection().rows(); }
   bool perform(const char* command) { return application().interface().commands().perform(command); }
 
