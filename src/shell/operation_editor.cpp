@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "operations/operation_codes.h"
+#include "operations/operation_description.h"
 #include "platform/localization.h"
 #include "platform/moved_rows.h"
 
