@@ -64,7 +64,7 @@ class OperationEditorTest : public ::testing::Test {
   PreviewPanel preview_{window_, stores_, selection_, defaults_};
   StatusLine statusLine_{window_, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"};
   OperationEditor editor_{interface_,
-                          {files_, selection_, table_, preview_, statusLine_, desktop_.desktop()},
+                          {files_, selection_, table_, preview_, statusLine_, desktop_, desktop_},
                           [this] { events_.push_back("preview"); }};
 };
 
