@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "drive/scripted_workbench.h"
 #include "shell/app_delegate.h"
 #include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
@@ -26,17 +27,6 @@ class FoldersIn final : public Folders {
 
  private:
   std::string home_;
-};
-
-class ClipboardWithNothing final : public ClipboardWorkbench {
- public:
-  void refreshDataFromClipboard() override {}
-  void performClipboardDataOperation(const OperationRecord&) override {}
-  const OperationList& clipboardDataOperationsArray() const override { return operations_; }
-  Content content() const override { return {}; }
-
- private:
-  OperationList operations_;
 };
 
 class ApplicationTest : public ::testing::Test {
@@ -65,7 +55,7 @@ class ApplicationTest : public ::testing::Test {
   RecordingDesktop desktop_;
 
  private:
-  ClipboardWithNothing clipboard_;
+  drive::ScriptedWorkbench clipboard_;
   std::unique_ptr<AppDelegate> application_;
 };
 
