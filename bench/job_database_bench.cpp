@@ -23,7 +23,8 @@ class BenchDatabase {
  private:
   static std::string newFolder() {
     std::string name = std::filesystem::temp_directory_path() / "quillet-bench-XXXXXX";
-    return mkdtemp(name.data()) ? name : ".";
+    if (!mkdtemp(name.data())) std::abort();  // and nothing that is there already is ever removed
+    return name;
   }
 
   std::string folder_;

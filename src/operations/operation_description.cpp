@@ -410,4 +410,8 @@ std::array<std::u16string, 3> descriptionForOperation(const OperationRecord& ope
   return {};
 }
 
+std::u16string labelOfOperation(std::int64_t code) {
+  return descriptionForOperation({{"Code", code}}, nullptr, nullptr)[0];
+}
+
 }  // namespace quillet

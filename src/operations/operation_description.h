@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 
 #include "operations/operation_record.h"
@@ -13,5 +14,8 @@ namespace quillet {
 std::array<std::u16string, 3> descriptionForOperation(const OperationRecord& operation,
                                                       const OperationRecord* initialOperation,
                                                       const OperationRecord* finalOperation);
+
+// The title of the operations of this code, "" for an unassigned one.
+std::u16string labelOfOperation(std::int64_t code);
 
 }  // namespace quillet

@@ -11,6 +11,10 @@ constexpr std::int64_t kLargestIndex = std::numeric_limits<std::int64_t>::max() 
 
 }  // namespace
 
+IndexSet::IndexSet(std::initializer_list<std::int64_t> indexes) {
+  for (const std::int64_t index : indexes) addIndex(index);
+}
+
 void IndexSet::addIndex(std::int64_t index) {
   addRange(index, index);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <vector>
 
 namespace quillet {
@@ -13,6 +14,9 @@ class IndexSet {
     std::int64_t last = 0;  // inclusive
     bool operator==(const Range&) const = default;
   };
+
+  IndexSet() = default;
+  explicit IndexSet(std::initializer_list<std::int64_t> indexes);  // in any order; as addIndex for each
 
   // Negative indexes, and INT64_MAX, are passed over; a range whose last is below its first adds nothing.
   void addIndex(std::int64_t index);

@@ -50,12 +50,13 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
       outputFolder_(windows_.main, *shared_.defaults, *shared_.log, desktop),
       logCommands_(*shared_.log, desktop.alerts, desktop.workspace),
       jobController_(windows_.main, shared_,
-                     {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop},
+                     {fileSelection_, outputFolder_, statusLine_, logCommands_, desktop.alerts,
+                      desktop.workspace, desktop.application},
                      [this] { previewPanel_.updatePreviewPanel(); }),
       rightSide_(windows_.main, fileSelection_, *shared_.previewStores, previewPanel_, operationTable_,
-                 [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }),
-      fileCommands_(windows_.main,
-                    {inputFileList_, fileSelection_, previewPanel_, rightSide_, operationTable_, desktop}),
+                 [this] { computePreview(); }),
+      fileCommands_(windows_.main, {inputFileList_, fileSelection_, previewPanel_, rightSide_,
+                                    operationTable_, desktop.alerts, desktop.panels, desktop.workspace}),
       clipboardDataWindow_(windows_.clipboardData, windowServer_, clipboard),
       preferencesWindow_(windows_.preferences, windowServer_, *shared_.defaults),
       helpCommands_(desktop.alerts, desktop.workspace),
@@ -63,16 +64,17 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
           {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard, windowServer_}),
       sessionWindows_({windows_.main, windows_.clipboardData, windows_.previousJobs}, windowServer_,
                       clipboard, *shared_.defaults),
-      previousJobsWindow_(interface_, windows_.previousJobs,
-                          {database_, *shared_.files, fileSelection_, clipboard, *shared_.state,
-                           desktop.alerts, desktop.windows, [this] { operationTable_.table().reloadData(); },
-                           [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }}),
+      previousJobsWindow_(
+          interface_, windows_.previousJobs,
+          {database_, *shared_.files, fileSelection_, clipboard, *shared_.state, desktop.alerts,
+           desktop.windows, [this] { operationTable_.reloadTable(); }, [this] { computePreview(); }}),
       saveJobWindow_(interface_, windows_.main,
                      {database_, *shared_.files, clipboard, *shared_.defaults, desktop.windows},
                      [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }),
       operationEditor_(interface_,
-                       {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_, desktop},
-                       [this] { jobController_.startPrepFilesThreadInBackground(StartPrep::Preview); }) {
+                       {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_,
+                        desktop.alerts, desktop.windows},
+                       [this] { computePreview(); }) {
   fileSelection_.setChanged([this] {
     rightSide_.updateRightSide();
     operationTable_.updateUIAfterOperationTableViewSelectionDidChange();
@@ -85,7 +87,7 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
 
 void AppDelegate::addCommands() {
   Commands& commands = interface_.commands();
-  commands.add("clearStatusLabelButtonClicked", [this] { statusLine_.clear(); });
+  statusLine_.addCommandsTo(commands);
   fileCommands_.addCommandsTo(commands);
   commands.add("quilletWindowMenuItemClicked", [this] { windowServer_.makeKeyAndOrderFront(windows_.main); });
   clipboardDataWindow_.addCommandsTo(commands);
@@ -98,6 +100,10 @@ void AppDelegate::addCommands() {
   previewPanel_.addCommandsTo(commands);
   previousJobsWindow_.addCommandsTo(commands);
   saveJobWindow_.addCommandsTo(commands);
+}
+
+void AppDelegate::computePreview() {
+  jobController_.startPrepFilesThreadInBackground(StartPrep::Preview);
 }
 
 // Closed before the groups go: a run cannot reach them any more.
@@ -119,9 +125,7 @@ void AppDelegate::restoreSelection() {
   if (!shared_.defaults->has(kSelectedFileKey) || row < 0 ||
       row >= static_cast<std::int64_t>(shared_.files->count()))
     return rightSide_.showHelpBox();
-  IndexSet rows;
-  rows.addIndex(row);
-  fileSelection_.select(rows);
+  fileSelection_.select(static_cast<std::size_t>(row));
 }
 
 void AppDelegate::applicationWillTerminate() {

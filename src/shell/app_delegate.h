@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/job_engine.h"
@@ -94,6 +95,7 @@ class AppDelegate {
  private:
   void restoreSelection();
   void storeSelection();
+  void computePreview();  // of the selected file
 
   void addCommands();
 

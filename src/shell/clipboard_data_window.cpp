@@ -7,8 +7,6 @@ namespace quillet {
 
 namespace {
 
-constexpr const char* kClearStatus = "clipboardDataWindowClearStatusLabelButtonClicked";
-
 Table::Source noRows() {
   return {[] { return std::size_t{0}; }, [](std::size_t) { return Table::Row(); }};
 }
@@ -34,7 +32,7 @@ ClipboardDataWindow::ClipboardDataWindow(Window& window, WindowServer& server,
       grid_(window, "clipboardDataTableView", noRows()),
       operationsTable_(window, "clipboardDataWindowOperationsTableView", performedOperations(clipboard_)),
       statusLine_(window, "clipboardDataWindowStatusLabel", "clipboardDataWindowClearStatusLabelButton",
-                  kClearStatus),
+                  "clipboardDataWindowClearStatusLabelButtonClicked"),
       focusLabel_(window, "clipboardDataWindowFocusLabel"),
       performItem_(window, "clipboardDataWindowPerformToolbarItem", localized(u"Perform"), {}),
       joinItem_(window, "clipboardDataWindowJoinToolbarItem", localized(u"Join…"),
@@ -46,7 +44,7 @@ ClipboardDataWindow::ClipboardDataWindow(Window& window, WindowServer& server,
 
 void ClipboardDataWindow::addCommandsTo(Commands& commands) {
   commands.add("clipboardDataWindowMenuItemClicked", [this] { clipboardDataWindowMenuItemClicked(); });
-  commands.add(kClearStatus, [this] { statusLine_.clear(); });
+  statusLine_.addCommandsTo(commands);
 }
 
 void ClipboardDataWindow::clipboardDataWindowMenuItemClicked() {
@@ -62,10 +60,7 @@ void ClipboardDataWindow::reset() {
 }
 
 void ClipboardDataWindow::updateClipboardDataWindowStatusLabel(std::int64_t code) {
-  OperationRecord operation;
-  operation.set("Code", code);
-  const std::u16string name = descriptionForOperation(operation, nullptr, nullptr)[0];
-  statusLine_.show(localizedFormat(u"%@ operation performed.", {name}), 0);
+  statusLine_.show(localizedFormat(u"%@ operation performed.", {labelOfOperation(code)}), 0);
 }
 
 }  // namespace quillet

@@ -29,8 +29,7 @@ class ClipboardDataWindow {
   TextView& textView() { return textView_; }
   Table& grid() { return grid_; }
   Table& operationsTable() { return operationsTable_; }  // title, name of an icon and detail a row
-  Label& focusLabel() { return focusLabel_; }
-  Button& performItem() { return performItem_; }  // its menu is the one of the grid's operations
+  Button& performItem() { return performItem_; }         // its menu is the one of the grid's operations
   Button& joinItem() { return joinItem_; }
 
  private:

@@ -162,9 +162,7 @@ void Table::userSelects(const IndexSet& rows) {
 }
 
 void Table::userDoubleClicks(std::int64_t row) {
-  IndexSet rows;
-  rows.addIndex(row);
-  userSelects(rows);
+  userSelects(IndexSet{row});
   performHandler();
 }
 

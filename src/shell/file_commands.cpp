@@ -25,9 +25,8 @@ void FileCommands::addCommandsTo(Commands& commands) {
 }
 
 void FileCommands::addInputFileMenuItemClicked() {
-  neighbours_.desktop.panels.chooseFiles(localized(u"Add Input File"), localized(u"Add"),
-                                         {"txt", "tab", "csv"},
-                                         [this](const std::vector<std::string>& paths) { dropAtEnd(paths); });
+  neighbours_.panels.chooseFiles(localized(u"Add Input File"), localized(u"Add"), {"txt", "tab", "csv"},
+                                 [this](const std::vector<std::string>& paths) { dropAtEnd(paths); });
 }
 
 void FileCommands::acceptDrop(const DraggedFiles& dragged, std::int64_t row) {
@@ -74,10 +73,10 @@ void FileCommands::showInFinderButtonPressed() {
   if (!file || !file->filePath) return;
   if (fileUrlFromPath(*file->filePath).empty()) {
     // The words speak of another path: this is meant.
-    return neighbours_.desktop.alerts.showErrorAlertInWindow(localized(u"Could not create documentsPath URL"),
-                                                             WindowName::Main);
+    return neighbours_.alerts.showErrorAlertInWindow(localized(u"Could not create documentsPath URL"),
+                                                     WindowName::Main);
   }
-  neighbours_.desktop.workspace.reveal({*file->filePath});
+  neighbours_.workspace.reveal({*file->filePath});
 }
 
 }  // namespace quillet

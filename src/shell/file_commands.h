@@ -27,7 +27,9 @@ class FileCommands {
     PreviewPanel& preview;
     RightSide& rightSide;
     OperationTable& operations;
-    Desktop desktop;
+    Alerts& alerts;
+    Panels& panels;
+    Workspace& workspace;
   };
 
   FileCommands(Window& window, const Neighbours& neighbours);

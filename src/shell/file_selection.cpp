@@ -22,9 +22,7 @@ FileSelection::FileSelection(Window& window, const InputFiles& files)
           {{"FileColumn0", {}}}, "filesTableViewDoubleClickOnRow") {}
 
 void FileSelection::select(std::size_t row) {
-  IndexSet rows;
-  rows.addIndex(static_cast<std::int64_t>(row));
-  select(rows);
+  select(IndexSet{static_cast<std::int64_t>(row)});
 }
 
 std::optional<std::size_t> FileSelection::singleRow() const {

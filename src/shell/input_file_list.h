@@ -59,7 +59,7 @@ class InputFileList {
   FileSelection& selection_;
   JobLog& log_;
   UserDefaults& defaults_;
-  std::set<std::string> paths_;  // of all entries
+  std::set<std::string> paths_;  // of all entries, so that a known path is found without a walk over them
 };
 
 }  // namespace quillet

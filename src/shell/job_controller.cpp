@@ -32,7 +32,7 @@ void JobController::runButtonPressed() {
     surroundings_.state->stopJob = true;
     return;
   }
-  Alerts& alerts = neighbours_.desktop.alerts;
+  Alerts& alerts = neighbours_.alerts;
   if (surroundings_.files->count() == 0) {
     return alerts.showAlertInWindow(localized(u"Add at least one input file."),
                                     localized(u"You can either press the + button at the bottom of the Input "
@@ -61,7 +61,7 @@ std::u16string JobController::problemsOfAllLists() const {
 
 void JobController::startPrepFilesThreadInBackground(StartPrep what) {
   if (surroundings_.files->count() == 0) {
-    return neighbours_.desktop.alerts.showAlertInWindow(
+    return neighbours_.alerts.showAlertInWindow(
         localized(u"No input files"), localized(u"Add one or more text files to the Input Files list."),
         WindowName::Main);
   }
@@ -77,7 +77,7 @@ void JobController::startRun() {
   // A new choice starts no run: that takes another press.
   if (!folder) return neighbours_.outputFolder.selectOutputFolder();
   if (!folder->path) {
-    neighbours_.desktop.alerts.showErrorAlertInWindow(folder->problem, WindowName::Main);
+    neighbours_.alerts.showErrorAlertInWindow(folder->problem, WindowName::Main);
     return neighbours_.outputFolder.selectOutputFolder();
   }
   JobParameters parameters;
@@ -114,11 +114,11 @@ void JobController::updateUIAfterPrep() {
   const UserDefaults& defaults = *surroundings_.defaults;
   const auto outputPaths = surroundings_.outputFiles->paths();
   if (!defaults.boolForKey("DontOpenOutputFolderAfterComplete") && !outputPaths.empty())
-    neighbours_.desktop.workspace.reveal(outputPaths);
+    neighbours_.workspace.reveal(outputPaths);
   if (defaults.boolForKey("OpenLastLogAfterComplete"))
     neighbours_.logCommands.openLastLogFileMenuItemClicked();
   if (startedFromAppIcon_ && defaults.boolForKey("QuitAfterComplete"))
-    neighbours_.desktop.application.requestTermination();
+    neighbours_.application.requestTermination();
   neighbours_.selection.setTableEnabled(true);
   runButton_.setTitle(localized(u"Run Job"));
   // The preview clears the flags first, so the status line tells what the preview found and not what the run

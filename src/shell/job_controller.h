@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -32,7 +33,9 @@ class JobController {
     OutputFolder& outputFolder;
     StatusLine& statusLine;
     LogCommands& logCommands;
-    Desktop desktop;
+    Alerts& alerts;
+    Workspace& workspace;
+    ApplicationControl& application;
   };
 
   // shared without its callbacks; updatePreviewPanel is called at the end of each preview.

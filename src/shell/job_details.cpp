@@ -6,6 +6,7 @@
 #include "platform/localization.h"
 #include "platform/numbers.h"
 #include "platform/unicode_text.h"
+#include "storage/db_interface.h"
 #include "text/encodings.h"
 
 namespace quillet {
@@ -69,7 +70,7 @@ void appendColumns(const std::vector<SettingsRecord>& columns, std::u16string& o
 JobDates::JobDates() {
   previousJobsDateFormatter_.setDateStyle(DateStyle::Short);
   previousJobsDateFormatter_.setTimeStyle(DateStyle::Short);
-  databaseDateFormatter_.setDateFormat(u"yyyy-MM-dd HH:mm:ss Z");
+  databaseDateFormatter_.setDateFormat(DBInterface::kDateFormat);
 }
 
 std::u16string JobDates::shown(std::string_view databaseDate) const {

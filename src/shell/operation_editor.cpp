@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "operations/operation_codes.h"
+#include "operations/operation_description.h"
 #include "platform/localization.h"
 #include "platform/moved_rows.h"
 
@@ -60,7 +61,7 @@ void OperationEditor::showPanelForAdding(std::int64_t code) {
   if (!panel || isEnd(code)) return;
   panel->doneButton().setTag(code);
   panel->prepareForAdding(code);
-  neighbours_.desktop.windows.beginSheet(panel->window(), WindowName::Main);
+  neighbours_.windows.beginSheet(panel->window(), WindowName::Main);
 }
 
 void OperationEditor::showOperationWindow() {
@@ -70,7 +71,7 @@ void OperationEditor::showOperationWindow() {
   OperationPanel* panel = panels_.panelForCode(record->code());
   if (!panel || panel->fill(*record) == OperationPanel::Opens::No) return;
   panel->doneButton().setTag(0);
-  neighbours_.desktop.windows.beginSheet(panel->window(), WindowName::Main);
+  neighbours_.windows.beginSheet(panel->window(), WindowName::Main);
 }
 
 std::optional<std::size_t> OperationEditor::singleSelectedRow() const {
@@ -103,13 +104,13 @@ void OperationEditor::operationsWindowDoneButtonClicked(Control* sender) {
     neighbours_.table.reloadTable();
     updateStatusLabel(*told, neighbours_.selection.rows().count(), added);
   }
-  neighbours_.desktop.windows.endSheet(panel->window());
+  neighbours_.windows.endSheet(panel->window());
   if (told) neighbours_.preview.updatePreviewArea();
 }
 
 void OperationEditor::operationsWindowCancelButtonClicked(Control* sender) {
   OperationPanel* panel = sender ? panels_.panelOf(*sender) : nullptr;
-  if (panel) neighbours_.desktop.windows.endSheet(panel->window());
+  if (panel) neighbours_.windows.endSheet(panel->window());
 }
 
 std::optional<std::int64_t> OperationEditor::commitAdding(std::int64_t code) {
@@ -180,7 +181,7 @@ void OperationEditor::deleteOperationButtonClicked() {
   const IndexSet rows = neighbours_.table.table().selectedRows();
   if (!file || rows.isEmpty()) return;
   if (anyEndIsSelected(*file->operations))
-    return neighbours_.desktop.alerts.showAlertInWindow(
+    return neighbours_.alerts.showAlertInWindow(
         localized(u"Cannot Delete Operation"),
         localized(u"An initial operation and a final operation are required for each input file."),
         WindowName::Main);
@@ -200,7 +201,7 @@ void OperationEditor::acceptDrop(const IndexSet& rows, std::int64_t row) {
   const auto file = singleFileWithOperations();
   if (file && !neighbours_.table.table().selectedRows().isEmpty()) {
     if (anyEndIsSelected(*file->operations)) {
-      neighbours_.desktop.alerts.showAlertInWindow(
+      neighbours_.alerts.showAlertInWindow(
           localized(u"Cannot Move Operation"),
           localized(u"The initial operation and final operation cannot me moved."), WindowName::Main);
     } else {

@@ -30,7 +30,8 @@ class OperationEditor {
     OperationTable& table;
     PreviewPanel& preview;
     StatusLine& statusLine;
-    Desktop desktop;
+    Alerts& alerts;
+    WindowServer& windows;
   };
 
   // computePreview makes a new preview of the selected file.

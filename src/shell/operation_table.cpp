@@ -1,5 +1,7 @@
 #include "shell/operation_table.h"
 
+#include <utility>
+
 #include "operations/operation_description.h"
 #include "platform/localization.h"
 
@@ -24,17 +26,16 @@ void OperationTable::takeMultiFileOperations() {
   multiFileOperationsArray_ = {file->operations->front(), file->operations->back()};
 }
 
-OperationList OperationTable::operations() const {
-  if (isForSeveralFiles()) return multiFileOperationsArray_;
+std::shared_ptr<const OperationList> OperationTable::shownList() const {
+  if (selection_.rows().count() >= 2) return {std::shared_ptr<void>(), &multiFileOperationsArray_};
   const auto file = selection_.singleFile();
-  return file && file->operations ? *file->operations : OperationList{};
+  if (!file || !file->operations) return nullptr;
+  return {file, &*file->operations};
 }
 
 std::optional<OperationRecord> OperationTable::operation(std::size_t row) const {
-  const auto file = selection_.singleFile();
-  if (!isForSeveralFiles() && (!file || !file->operations)) return std::nullopt;
-  const OperationList& list = isForSeveralFiles() ? multiFileOperationsArray_ : *file->operations;
-  return row < list.size() ? std::optional(list[row]) : std::nullopt;
+  const auto list = shownList();
+  return list && row < list->size() ? std::optional((*list)[row]) : std::nullopt;
 }
 
 std::optional<OperationRecord> OperationTable::multiFileOperation(std::size_t row) const {
@@ -47,19 +48,14 @@ void OperationTable::setMultiFileOperation(std::size_t row, OperationRecord reco
 }
 
 std::size_t OperationTable::rowCount() const {
-  if (isForSeveralFiles()) return multiFileOperationsArray_.size();
-  const auto file = selection_.singleFile();
-  return file && file->operations ? file->operations->size() : 0;
+  const auto list = shownList();
+  return list ? list->size() : 0;
 }
 
-// Nothing is copied but the texts of the row: a list may be long, and only rows in sight are asked for.
 Table::Row OperationTable::row(std::size_t row) const {
-  const auto file = selection_.singleFile();
-  const bool several = isForSeveralFiles();
-  if (!several && (!file || !file->operations)) return {};
-  const OperationList& list = several ? multiFileOperationsArray_ : *file->operations;
-  if (row >= list.size()) return {};
-  const auto texts = descriptionForOperation(list[row], &list.front(), &list.back());
+  const auto list = shownList();
+  if (!list || row >= list->size()) return {};
+  const auto texts = descriptionForOperation((*list)[row], &list->front(), &list->back());
   return {texts.begin(), texts.end()};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 
 #include "operations/operation_record.h"
@@ -19,9 +20,8 @@ class OperationTable {
   // selection changes.
   void takeMultiFileOperations();
 
-  // The operations of the one selected file, or those for several files.
-  OperationList operations() const;
-  std::optional<OperationRecord> operation(std::size_t row) const;  // of these
+  // Of the one selected file, or of those for several files.
+  std::optional<OperationRecord> operation(std::size_t row) const;
 
   // Of those for several files; nothing beyond them, or unless there are both ends.
   std::optional<OperationRecord> multiFileOperation(std::size_t row) const;
@@ -38,7 +38,9 @@ class OperationTable {
  private:
   std::size_t rowCount() const;
   Table::Row row(std::size_t row) const;
-  bool isForSeveralFiles() const { return selection_.rows().count() >= 2; }
+  // The list that the table shows, null for none. Lists may be long, so it is not copied; one for several
+  // files is good until the next one is taken.
+  std::shared_ptr<const OperationList> shownList() const;
 
   const FileSelection& selection_;
   OperationList multiFileOperationsArray_;

@@ -11,8 +11,9 @@ namespace {
 
 constexpr std::int64_t kPage = 10;
 
-// Ends at the least number. Limits are compared by it and not by a sum, which could pass the greatest one.
-std::int64_t less(std::int64_t value, std::int64_t by) {
+// The difference, or the least number where it would lie below that. Limits are compared by it and not by a
+// sum, which could pass the greatest number.
+std::int64_t difference(std::int64_t value, std::int64_t by) {
   std::int64_t result = 0;
   const bool passed = __builtin_sub_overflow(value, by, &result);
   return passed ? std::numeric_limits<std::int64_t>::min() : result;
@@ -27,10 +28,7 @@ bool hasRow(const Table& table, std::int64_t row) {
 }
 
 void selectIfThere(Table& table, std::int64_t row) {
-  if (!hasRow(table, row)) return;
-  IndexSet rows;
-  rows.addIndex(row);
-  table.selectRows(rows);
+  if (hasRow(table, row)) table.selectRows(IndexSet{row});
 }
 
 }  // namespace
@@ -78,14 +76,14 @@ void PreviewKeys::previewTableViewUpKeyPressed(Table&) {
 
 void PreviewKeys::previewTableViewDownKeyPressed(Table& table) {
   const std::int64_t start = panel_.startPreviewFromLine();
-  if (start < 0 || start > less(state_.linesInCurrentFile, kPage)) return;
+  if (start < 0 || start > difference(state_.linesInCurrentFile, kPage)) return;
   startFrom(start + 1);
   selectIfThere(table, lastRow(table));
 }
 
 // The line that was selected stays so, ten lines up, as far as there are lines above it.
 void PreviewKeys::previewTableViewAlternateUpKeyPressed(Table& table) {
-  const std::int64_t tenUp = less(panel_.startPreviewFromLine(), kPage);
+  const std::int64_t tenUp = difference(panel_.startPreviewFromLine(), kPage);
   const std::int64_t start = std::max<std::int64_t>(tenUp, 1);
   if (start > state_.linesInCurrentFile) return selectIfThere(table, 0);
   const std::int64_t selected = table.selectedRow();
@@ -97,7 +95,7 @@ void PreviewKeys::previewTableViewAlternateUpKeyPressed(Table& table) {
 
 void PreviewKeys::previewTableViewAlternateDownKeyPressed(Table& table) {
   const std::int64_t start = panel_.startPreviewFromLine();
-  if (start < -9 || start > less(state_.linesInCurrentFile, kPage))
+  if (start < 1 - kPage || start > difference(state_.linesInCurrentFile, kPage))
     return selectIfThere(table, lastRow(table));
   const std::int64_t selected = table.selectedRow();
   startFrom(start + kPage);
@@ -110,7 +108,7 @@ void PreviewKeys::previewTableViewCommandUpKeyPressed(Table& table) {
 }
 
 void PreviewKeys::previewTableViewCommandDownKeyPressed(Table& table) {
-  startFrom(std::max<std::int64_t>(less(state_.linesInCurrentFile, kPage - 1), 1));
+  startFrom(std::max<std::int64_t>(difference(state_.linesInCurrentFile, kPage - 1), 1));
   selectIfThere(table, lastRow(table));
 }
 

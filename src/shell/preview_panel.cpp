@@ -6,6 +6,7 @@
 #include "platform/localization.h"
 #include "platform/numbers.h"
 #include "platform/unicode_text.h"
+#include "shell/panels/column_entries.h"
 #include "text/encodings.h"
 #include "text/text_writer.h"
 
@@ -25,23 +26,23 @@ PreviewTable::PreviewTable(Window& window, std::string name, const PreviewStores
       columnPrefix_(std::move(columnPrefix)),
       table_(window, std::move(name),
              {[this] { return shownRowCount_; }, [this](std::size_t row) { return shownRow(row); }}) {
-  fitColumns();
+  fitColumns(1);
 }
 
 void PreviewTable::fitAndReload(std::int64_t startPreviewFromLine) {
-  columnCount_ = stores_.longestRow(side_) + 1;
+  const std::size_t columnCount = stores_.longestRow(side_) + 1;
   shownRowCount_ = std::min(stores_.rowCount(side_), kMostRows);
   firstLineNumber_ = startPreviewFromLine;
   const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
   lines_ = stores_.rows(side_, firstRow, shownRowCount_);
-  fitColumns();
+  fitColumns(columnCount);
   reload();
 }
 
 // Widths that the user gave are gone afterwards: this is meant.
-void PreviewTable::fitColumns() {
+void PreviewTable::fitColumns(std::size_t count) {
   std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth, true, false}};
-  for (std::size_t column = 1; column < columnCount_; ++column) {
+  for (std::size_t column = 1; column < count; ++column) {
     std::u16string title;
     appendInteger(static_cast<std::int64_t>(column), title);
     columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth, true, false});
@@ -54,10 +55,8 @@ void PreviewTable::fitColumns() {
 void PreviewTable::reload() {
   const std::int64_t selected = table_.selectedRow();
   table_.reloadData();
-  if (selected < 0 || selected >= static_cast<std::int64_t>(shownRowCount_)) return;
-  IndexSet rows;
-  rows.addIndex(selected);
-  table_.selectRows(rows);
+  if (selected >= 0 && selected < static_cast<std::int64_t>(shownRowCount_))
+    table_.selectRows(IndexSet{selected});
 }
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {
@@ -77,7 +76,7 @@ PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
     const PreviewStores::Row& stored = lines_[static_cast<std::size_t>(line)];
     cells.insert(cells.end(), stored.begin(), stored.end());
   }
-  cells.resize(columnCount_);
+  cells.resize(table_.columns().size());
   return cells;
 }
 
@@ -135,8 +134,7 @@ void PreviewPanel::updatePathLabel() {
 
 void PreviewPanel::tellExpectedColumns() {
   const auto file = selection_.singleFile();
-  if (file && refillJoinColumns_)
-    refillJoinColumns_(file->expectedColumnsInLine.value_or(std::vector<ColumnEntry>()));
+  if (file && refillJoinColumns_) refillJoinColumns_(expectedColumns(file));
 }
 
 void PreviewPanel::updatePreviewArea() {

@@ -17,6 +17,7 @@ namespace quillet {
 enum class PreviewType : std::int64_t { InputText = 0, InputTable = 1, OutputTable = 2, OutputText = 3 };
 
 // A table over the first rows of one store. Column 0 shows line numbers; the others are made to fit the rows.
+// Main thread only.
 class PreviewTable {
  public:
   static constexpr std::size_t kMostRows = 10;
@@ -36,14 +37,13 @@ class PreviewTable {
   const Table& table() const { return table_; }
 
  private:
-  void fitColumns();
+  void fitColumns(std::size_t count);  // with the one of the line numbers
   void reload();
   PreviewStores::Row shownRow(std::size_t row) const;
 
   const PreviewStores& stores_;
   PreviewStores::Side side_;
   std::string columnPrefix_;
-  std::size_t columnCount_ = 1;  // with the one of the line numbers
   // As of the last reload, since a run may be filling the store meanwhile.
   std::size_t shownRowCount_ = 0;
   std::int64_t firstLineNumber_ = 1;

@@ -1,7 +1,6 @@
 #include "shell/previous_job.h"
 
-#include "platform/numbers.h"
-#include "platform/unicode_text.h"
+#include "storage/sql_text.h"
 
 namespace quillet {
 
@@ -12,18 +11,14 @@ constexpr std::int64_t kHasOperationsOfAKind = 0x2000;  // which kind, the colum
 constexpr std::int64_t kClipboardKind = 1;
 constexpr std::size_t kTextsPerJob = 5;
 
-std::int64_t integerOf(const std::string& text) {
-  return integerValue(toUtf16(text));
-}
-
 }  // namespace
 
 bool PreviousJob::isOperationsJob() const {
-  return (integerOf(flags) & (kHasOperations | kHasOperationsOfAKind)) != 0;
+  return (integerOfText(flags) & (kHasOperations | kHasOperationsOfAKind)) != 0;
 }
 
 bool PreviousJob::isClipboardJob() const {
-  return (integerOf(flags) & kHasOperationsOfAKind) != 0 && integerOf(kind) == kClipboardKind;
+  return (integerOfText(flags) & kHasOperationsOfAKind) != 0 && integerOfText(kind) == kClipboardKind;
 }
 
 std::vector<PreviousJob> previousJobsFromRows(const DBInterface::FlatRows& rows) {

@@ -94,11 +94,8 @@ void PreviousJobsWindow::addCommandsTo(Commands& commands) {
 }
 
 void PreviousJobsWindow::addDoubleClicksTo(Commands& commands) {
-  commands.add("previousJobsWindowJobsTableViewDoubleClickOnRow", [this] {
-    IndexSet row;
-    row.addIndex(jobsTable_.selectedRow());
-    jobsTable_.selectRows(row);
-  });
+  commands.add("previousJobsWindowJobsTableViewDoubleClickOnRow",
+               [this] { jobsTable_.selectRows(IndexSet{jobsTable_.selectedRow()}); });
   commands.add("previousJobsWindowFilesTableViewDoubleClickOnRow",
                [this] { updatePreviousJobsWindowOperationsTableView(ShowDetails::Yes); });
 }
@@ -235,9 +232,7 @@ bool PreviousJobsWindow::readOperationsOf(const PreviousJob& job) {
 std::optional<std::string> PreviousJobsWindow::pathOfSelectedFile() {
   const SettingsRecord* file = selectedFile();
   if (!file) return std::nullopt;
-  IndexSet row;
-  row.addIndex(filesTable_.selectedRow());
-  filesTable_.selectRows(row);
+  filesTable_.selectRows(IndexSet{filesTable_.selectedRow()});
   if (!file->has("FilePath")) return std::nullopt;
   return file->text("FilePath");
 }

@@ -11,6 +11,10 @@ StatusLine::StatusLine(Window& window, std::string labelName, std::string button
   clearButton_.setHidden(true);
 }
 
+void StatusLine::addCommandsTo(Commands& commands) {
+  commands.add(clearButton_.handler(), [this] { clear(); });
+}
+
 void StatusLine::show(std::u16string text, int type) {
   label_.setText(std::move(text));
   type_ = type;

@@ -8,10 +8,13 @@
 
 namespace quillet {
 
+// Main thread only.
 class StatusLine {
  public:
-  // clearHandler: the command of the button; it is added to the interface by the owner.
+  // clearHandler: the command of the button. The window outlives the line.
   StatusLine(Window& window, std::string labelName, std::string buttonName, std::string clearHandler);
+
+  void addCommandsTo(Commands& commands);
 
   // The types 1 and 2 warn and are red; 0 is a plain message.
   void show(std::u16string text, int type);

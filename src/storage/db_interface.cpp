@@ -210,7 +210,7 @@ std::string DBInterface::dbStringFromString(std::optional<std::string_view> text
 std::string DBInterface::dbStringFromDate(std::optional<Instant> date) {
   if (!date) return {};
   DateFormatter formatter;
-  formatter.setDateFormat(u"yyyy-MM-dd HH:mm:ss Z");
+  formatter.setDateFormat(kDateFormat);
   return toUtf8(formatter.stringFromDate(*date));
 }
 

@@ -28,6 +28,8 @@ namespace quillet {
 class DBInterface {
  public:
   static constexpr int kSuccess = 0;
+  // Of the dates in the file. Written in one time zone, they sort as texts.
+  static constexpr std::u16string_view kDateFormat = u"yyyy-MM-dd HH:mm:ss Z";
 
   // Rows of a result, one after the other and not delimited: every caller knows how many columns it asked
   // for. NULL is "".
@@ -73,8 +75,7 @@ class DBInterface {
 
   // Quotes inside a text between single quotes; "" when absent.
   static std::string dbStringFromString(std::optional<std::string_view> text);
-  // As "yyyy-MM-dd HH:mm:ss Z" in the default locale and time zone, so that texts sort by date within a zone;
-  // "" when absent.
+  // In kDateFormat, the default locale and time zone; "" when absent.
   static std::string dbStringFromDate(std::optional<Instant> date);
   // With "," between them, each in double quotes if these are asked for.
   static std::string commaSeparatedStringForStringArray(const std::vector<std::string>& texts,

@@ -150,11 +150,13 @@ void forEachRow(const DBInterface::FlatRows& rows, std::size_t columnCount, Func
     if (!function(Values(rows).subspan(i, columnCount))) return;
 }
 
-constexpr std::size_t kOperationColumnCount = 3 + std::size(kOperationIntegers) + std::size(kOperationTexts);
+constexpr std::size_t kColumnsBeforeCode = 3;  // job, file and place in the list
+constexpr std::size_t kOperationColumnCount =
+    kColumnsBeforeCode + std::size(kOperationIntegers) + std::size(kOperationTexts);
 
 OperationRecord operationOfRow(Values values) {
   OperationRecord result;
-  std::size_t i = 3;  // behind job, file and place in the list
+  std::size_t i = kColumnsBeforeCode;
   for (const auto& integer : kOperationIntegers) result.set(integer.key, integerOfText(values[i++]));
   for (const auto& text : kOperationTexts) result.set(text.key, toUtf16(values[i++]));
   return result;

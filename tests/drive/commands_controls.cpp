@@ -23,14 +23,9 @@ json controls(Drive& drive, const Arguments& arguments) {
   return {{"open", window.isShown()}, {"controls", std::move(described)}};
 }
 
-Control& controlNamed(Drive& drive, const std::string& name) {
-  Control* control = drive.launchedApplication().interface().control(name);
-  if (!control) throw CommandError("there is no control " + name);
-  return *control;
-}
-
 json setControl(Drive& drive, const Arguments& arguments) {
-  setAsUser(controlNamed(drive, arguments.string("name")), arguments.value("value"),
+  setAsUser(controlNamed(drive.launchedApplication().interface(), arguments.string("name")),
+            arguments.value("value"),
             arguments.boolean("endEditing", true) ? EndEditing::Yes : EndEditing::No);
   return json::object();
 }
@@ -42,7 +37,7 @@ Button& buttonToPress(Drive& drive, const std::string& name) {
     if (!sheet) throw CommandError("no sheet is open");
     button = name == "done" ? sheet->doneButton() : sheet->cancelButton();
   } else {
-    button = dynamic_cast<Button*>(&controlNamed(drive, name));
+    button = dynamic_cast<Button*>(&controlNamed(drive.launchedApplication().interface(), name));
   }
   if (!button) throw CommandError("there is no button " + name);
   return *button;
@@ -67,7 +62,7 @@ json doubleClick(Drive& drive, const Arguments& arguments) {
                                                             {"jobFiles", "previousJobsWindowFilesTableView"}};
   const auto name = tables.find(arguments.string("table"));
   if (name == tables.end()) throw CommandError("this table has no double click");
-  auto* table = dynamic_cast<Table*>(&controlNamed(drive, name->second));
+  auto* table = dynamic_cast<Table*>(&controlNamed(drive.launchedApplication().interface(), name->second));
   const SheetWatch watch(drive);
   table->userDoubleClicks(arguments.integer("row"));
   const Window* sheet = watch.openedSheet();

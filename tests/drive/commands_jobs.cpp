@@ -21,8 +21,7 @@ void perform(Drive& drive, const char* handler) {
 
 json shownInSaveJobWindow(Drive& drive) {
   const auto& label = control<Label>(drive, "saveJobWindowInfoLabel");
-  return {{"infoLabel", jsonText(label.text())},
-          {"infoLabelColour", label.colour() == TextColour::Red ? "red" : "secondaryLabel"}};
+  return {{"infoLabel", jsonText(label.text())}, {"infoLabelColour", jsonColour(label.colour())}};
 }
 
 void openSaveJobWindow(Drive& drive, const std::string& window) {

@@ -9,7 +9,7 @@ namespace {
 void addStatus(json& result, const StatusLine& statusLine) {
   result["status"] = {{"text", jsonText(statusLine.text())}, {"type", statusLine.type()}};
   result["statusClearShown"] = statusLine.clearButtonShown();
-  result["statusColour"] = statusLine.colour() == TextColour::Red ? "red" : "secondaryLabel";
+  result["statusColour"] = jsonColour(statusLine.colour());
 }
 
 void addPreview(json& result, const PreviewPanel& preview) {

@@ -51,11 +51,7 @@ json previewKey(Drive& drive, const Arguments& arguments) {
   const char16_t key = keyNamed(arguments.string("key"));
   const PreviewKeyPress press = {key, arguments.boolean("option", false),
                                  arguments.boolean("command", false)};
-  if (arguments.has("selectedRow")) {
-    IndexSet rows;
-    rows.addIndex(arguments.integer("selectedRow"));
-    table.userSelects(rows);
-  }
+  if (arguments.has("selectedRow")) table.userSelects(IndexSet{arguments.integer("selectedRow")});
   const bool handled = application.previewKeys().keyDown(table, press);
   return {{"selectedRow", table.selectedRow()},
           {"startPreviewFromLine", application.previewPanel().startPreviewFromLine()},

@@ -86,16 +86,12 @@ bool isTable(Control& control) {
   return dynamic_cast<Table*>(&control) != nullptr;
 }
 
+}  // namespace
+
 Control& controlNamed(const UserInterface& interface, const std::string& name) {
   Control* control = interface.control(name);
   if (!control) throw CommandError("there is no control " + name);
   return *control;
-}
-
-}  // namespace
-
-json valueOf(Control& control) {
-  return Description(control).value;
 }
 
 json describe(Control& control) {

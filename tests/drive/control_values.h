@@ -10,10 +10,12 @@ namespace quillet::drive {
 
 using nlohmann::json;
 
-// A check box is a boolean, a pop-up its selected tag, a text its text, a table its selected rows, a button
-// its title; null for what has no value.
-json valueOf(Control& control);
-// "value", "enabled", "hidden", "placeholder" and "titles".
+// Throws CommandError for an unknown name.
+Control& controlNamed(const UserInterface& interface, const std::string& name);
+
+// "value", "enabled", "hidden", "placeholder" and "titles". The value of a check box is a boolean, of a
+// pop-up its selected tag, of a text its text, of a table its selected rows, of a button its title; null for
+// what has no value.
 json describe(Control& control);
 // The values of a sheet's controls that a user can set.
 json settableValuesOf(const Window& window);

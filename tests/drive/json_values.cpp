@@ -33,9 +33,7 @@ json jsonShownRows(const Table& table) {
 }
 
 json jsonPaths(const std::vector<std::string>& paths) {
-  json result = json::array();
-  for (const auto& path : paths) result.push_back(path);
-  return result;
+  return paths;
 }
 
 json jsonIndexes(const IndexSet& indexes) {
@@ -49,6 +47,16 @@ json jsonIndexes(const IndexSet& indexes) {
   for (const auto& range : indexes.ranges())
     for (std::int64_t index = range.first; index <= range.last; ++index) result.push_back(index);
   return result;
+}
+
+json jsonColour(TextColour colour) {
+  switch (colour) {
+    case TextColour::SecondaryLabel:
+      return "secondaryLabel";
+    case TextColour::Red:
+      return "red";
+  }
+  return json();
 }
 
 OperationRecord operationFromCommand(const json& value) {

@@ -23,8 +23,8 @@ json jsonTexts(const std::vector<std::u16string>& texts);
 json jsonRows(const std::vector<std::vector<std::u16string>>& rows);
 json jsonShownRows(const Table& table);  // a list of texts a row
 json jsonPaths(const std::vector<std::string>& paths);
-json jsonIndexes(
-    const IndexSet& indexes);  // every index by itself; throws where they are too many for a list
+json jsonIndexes(const IndexSet& indexes);  // every index by itself; throws when they are too many for a list
+json jsonColour(TextColour colour);
 
 OperationRecord operationFromCommand(const json& value);
 OperationList operationsFromCommand(const json& value);

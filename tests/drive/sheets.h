@@ -1,6 +1,7 @@
 // Sheets that a command opens, and what the tool then does with them.
 #pragma once
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <string>
 

@@ -36,16 +36,10 @@ TEST(InputFiles, AreAListThatIsEdited) {
   EXPECT_EQ(pathsOf(files), "z");
 }
 
-IndexSet indexes(std::initializer_list<std::int64_t> list) {
-  IndexSet result;
-  for (const auto index : list) result.addIndex(index);
-  return result;
-}
-
 TEST(InputFiles, MoveRowsAsABlock) {
   InputFiles files;
   files.setAll({entry("a"), entry("b"), entry("c"), entry("d")});
-  EXPECT_EQ(files.move(indexes({0, 3, 4, 9}), 2), 2u) << "two of them are there";
+  EXPECT_EQ(files.move(IndexSet({0, 3, 4, 9}), 2), 2u) << "two of them are there";
   EXPECT_EQ(pathsOf(files), "badc");
   EXPECT_EQ(files.move({}, 0), 0u);
   EXPECT_EQ(pathsOf(files), "badc");
@@ -54,7 +48,7 @@ TEST(InputFiles, MoveRowsAsABlock) {
 TEST(InputFiles, GiveWhatIsRemoved) {
   InputFiles files;
   files.setAll({entry("a"), entry("b"), entry("c"), entry("d"), entry("e")});
-  const auto removed = files.remove(indexes({0, 2, 3, 7}));
+  const auto removed = files.remove(IndexSet({0, 2, 3, 7}));
   ASSERT_EQ(removed.size(), 3u);
   EXPECT_EQ(*removed[0]->filePath + *removed[1]->filePath + *removed[2]->filePath, "acd");
   EXPECT_EQ(pathsOf(files), "be");

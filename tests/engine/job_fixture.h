@@ -104,7 +104,7 @@ class Job {
   }
   void preview(std::initializer_list<std::int64_t> selected) {
     JobParameters parameters;
-    for (const std::int64_t index : selected) parameters.selectedFileIndexes.addIndex(index);
+    parameters.selectedFileIndexes = IndexSet(selected);
     prepFiles(parameters, surroundings);
   }
 

@@ -18,6 +18,11 @@ IndexSet setOf(const Ranges& ranges) {
   return set;
 }
 
+TEST(IndexSet, IsMadeOfIndexesInAnyOrder) {
+  EXPECT_EQ(IndexSet({}).ranges(), Ranges{});
+  EXPECT_EQ(IndexSet({7, 2, 1, -1, 2, kMaximum}).ranges(), (Ranges{{1, 2}, {7, 7}}));
+}
+
 TEST(IndexSet, KeepsRangesThatNeverTouch) {
   struct Case {
     const char* what;

@@ -8,46 +8,14 @@
 //   EXPECT_EQ(browser()["files"], json{"a.txt"});
 #pragma once
 
-#include <sqlite3.h>
+#include <iterator>
 #include <string>
 #include <vector>
 
 #include "scenarios/drive_session.h"
+#include "support/raw_database.h"
 
 namespace quillet::testing {
-
-// Locks that it holds are gone with it.
-class Database {
- public:
-  explicit Database(const std::string& path) {
-    EXPECT_EQ(sqlite3_open(path.c_str(), &handle_), SQLITE_OK) << path;
-  }
-  ~Database() { sqlite3_close(handle_); }
-  Database(const Database&) = delete;
-  Database& operator=(const Database&) = delete;
-
-  void run(const std::string& script) {
-    EXPECT_EQ(sqlite3_exec(handle_, script.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(handle_) << " in " << script;
-  }
-  // All values, row by row.
-  std::vector<std::string> rows(const std::string& query) {
-    std::vector<std::string> result;
-    EXPECT_EQ(sqlite3_exec(handle_, query.c_str(), append, &result, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(handle_) << " in " << query;
-    return result;
-  }
-  std::string lastRow() { return std::to_string(sqlite3_last_insert_rowid(handle_)); }
-
- private:
-  static int append(void* result, int count, char** values, char**) {
-    for (int i = 0; i < count; ++i)
-      static_cast<std::vector<std::string>*>(result)->emplace_back(values[i] ? values[i] : "");
-    return 0;
-  }
-
-  sqlite3* handle_ = nullptr;
-};
 
 class JobScenario : public Scenario {
  protected:
@@ -56,8 +24,14 @@ class JobScenario : public Scenario {
   static constexpr int kOurs = 0x2000;
 
   std::string databasePath() const { return path("Documents/quillet.db"); }
-  void run(const std::string& script) { Database(databasePath()).run(script); }
-  std::vector<std::string> rows(const std::string& query) { return Database(databasePath()).rows(query); }
+  void run(const std::string& script) { RawDatabase(databasePath()).rows(script); }
+  // All values, row by row.
+  std::vector<std::string> rows(const std::string& query) {
+    std::vector<std::string> result;
+    for (auto& row : RawDatabase(databasePath()).rows(query))
+      result.insert(result.end(), std::make_move_iterator(row.begin()), std::make_move_iterator(row.end()));
+    return result;
+  }
 
   // These three give the row of what they insert. Texts hold no quotes.
   std::string insertJob(const std::string& name, const std::string& date, int flags,
@@ -110,8 +84,8 @@ class JobScenario : public Scenario {
 
  private:
   std::string insert(const std::string& statement) {
-    Database database(databasePath());
-    database.run(statement);
+    RawDatabase database(databasePath());
+    database.rows(statement);
     return database.lastRow();
   }
 };

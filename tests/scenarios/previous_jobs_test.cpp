@@ -499,8 +499,8 @@ TEST_F(PreviousJobs, ARenameThatFailsIsToldAndChangesNothing) {
   selectJobs({0});
   const json before = browser();
   {
-    Database lock(databasePath());
-    lock.run("begin exclusive");
+    RawDatabase lock(databasePath());
+    lock.rows("begin exclusive");
     EXPECT_EQ(alertsOf(done("saveJobName", {{"row", 0}, {"name", "x"}})),
               (json{modalAlert("Error", kUnknown)}));
   }
@@ -795,8 +795,8 @@ TEST_F(PreviousJobs, AListThatCannotBeReadIsEmpty) {
   selectJobs({0});
   selectJobFiles({0});
   {
-    Database lock(databasePath());
-    lock.run("begin exclusive");
+    RawDatabase lock(databasePath());
+    lock.rows("begin exclusive");
     EXPECT_EQ(alertsOf(search()), (json{modalAlert(kNoList)}));
     EXPECT_EQ(alertsOf(done("menu", {{"action", "previousJobsWindowMenuItemActionClicked"}})),
               (json{modalAlert(kNoList)}));
@@ -815,8 +815,8 @@ TEST_F(PreviousJobs, SettingsAndOperationsThatCannotBeReadAreTold) {
   insertFileJob("file", 1, {{"/a.txt", {101, 901}}});
   insertClipboardJob("clip", 2, {416, 417});
   search();
-  Database lock(databasePath());
-  lock.run("begin exclusive");
+  RawDatabase lock(databasePath());
+  lock.rows("begin exclusive");
   EXPECT_EQ(alertsOf(selectJobs({1})), (json{modalAlert(kNoSettings)})) << "no file is selected";
   EXPECT_EQ(browser()["files"], json::array());
   EXPECT_EQ(browser()["restoreEnabled"], true);

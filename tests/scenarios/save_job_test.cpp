@@ -202,8 +202,8 @@ TEST_F(SaveJobFailure, TheSheetStaysOpenAndCanTryAgain) {
   done("press", {{"name", "saveJobButton"}});
   done("setControl", {{"name", "saveJobWindowJobNameComboBox"}, {"value", "job"}});
   {
-    Database lock(databasePath());
-    lock.run("begin exclusive");
+    RawDatabase lock(databasePath());
+    lock.rows("begin exclusive");
     done("press", {{"name", "done"}});
   }
   EXPECT_TRUE(isOpen("saveJobWindow"));
@@ -216,8 +216,8 @@ TEST_F(SaveJobFailure, TheSheetStaysOpenAndCanTryAgain) {
 TEST_F(SaveJobFailure, ALockedDatabaseKeepsNothing) {
   launchWithFile();
   {
-    Database lock(databasePath());
-    lock.run("begin exclusive");
+    RawDatabase lock(databasePath());
+    lock.rows("begin exclusive");
     expectRefused();
   }
   EXPECT_EQ(jobsInDatabase(), json::array());

@@ -8,28 +8,15 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "drive/scripted_workbench.h"
-#include "shell/recording_desktop.h"
-#include "support/temporary_folder.h"
+#include "shell/application_fixture.h"
 
 namespace quillet {
 namespace {
 
-class FoldersIn final : public Folders {
- public:
-  explicit FoldersIn(std::string root) : root_(std::move(root)) {}
-  std::optional<std::string> documentsFolder() const override { return root_; }
-  std::string temporaryParentFolder() const override { return root_ + "/tmp"; }
-  std::string defaultsFile() const override { return root_ + "/defaults.json"; }
-
- private:
-  std::string root_;
-};
-
 class AppDelegateTest : public ::testing::Test {
  protected:
   testing::TemporaryFolder root_;
-  std::shared_ptr<FoldersIn> folders_ = std::make_shared<FoldersIn>(root_.path());
+  std::shared_ptr<const Folders> folders_ = std::make_shared<testing::FoldersIn>(root_.path());
   std::shared_ptr<UserDefaults> defaults_ = std::make_shared<UserDefaults>(folders_->defaultsFile());
   testing::RecordingDesktop desktop_;
   drive::ScriptedWorkbench workbench_;
@@ -133,7 +120,7 @@ class Writer {
 
 // The order: database, files, selection, windows. The clipboard is read where its window comes back.
 TEST_F(AppDelegateTest, LaunchesInItsOrder) {
-  const Writer writer(root_.path("quillet.db"));
+  const Writer writer(*folders_->documentsFolder() + "/quillet.db");
   defaults_->setValues({{"LastOpenedFiles", {"file://" + root_.write("a.txt", "1\n")}},
                         {"LastSelectedFileIndex", 0},
                         {"kLastOpenedWindows", 2},
@@ -165,7 +152,7 @@ TEST_F(AppDelegateTest, TheDatabaseIsSetUpBeforeFilesAreLoaded) {
     const AppDelegate* application = nullptr;
     int filesAtAlert = -1;
   };
-  const Writer writer(root_.path("quillet.db"));
+  const Writer writer(*folders_->documentsFolder() + "/quillet.db");
   defaults_->setValue("LastOpenedFiles", {"file://" + root_.write("a.txt", "1\n")});
   CountingAlerts alerts;
   AppDelegate application({alerts, desktop_, desktop_, desktop_, desktop_}, workbench_, folders_, defaults_,

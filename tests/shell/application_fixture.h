@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "drive/scripted_workbench.h"
 #include "shell/app_delegate.h"
 #include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
@@ -28,17 +29,6 @@ class FoldersIn final : public Folders {
   std::string home_;
 };
 
-class ClipboardWithNothing final : public ClipboardWorkbench {
- public:
-  void refreshDataFromClipboard() override {}
-  void performClipboardDataOperation(const OperationRecord&) override {}
-  const OperationList& clipboardDataOperationsArray() const override { return operations_; }
-  Content content() const override { return {}; }
-
- private:
-  OperationList operations_;
-};
-
 class ApplicationTest : public ::testing::Test {
  protected:
   AppDelegate& application() {
@@ -58,11 +48,6 @@ class ApplicationTest : public ::testing::Test {
     for (const auto& file : application().shared().files->all()) result.push_back(file->filePathOrEmpty());
     return result;
   }
-  static IndexSet rows(std::initializer_list<std::int64_t> indexes) {
-    IndexSet result;
-    for (const auto index : indexes) result.addIndex(index);
-    return result;
-  }
   IndexSet selectedRows() { return application().fileSelection().rows(); }
   bool perform(const char* command) { return application().interface().commands().perform(command); }
 
@@ -70,7 +55,7 @@ class ApplicationTest : public ::testing::Test {
   RecordingDesktop desktop_;
 
  private:
-  ClipboardWithNothing clipboard_;
+  drive::ScriptedWorkbench clipboard_;
   std::unique_ptr<AppDelegate> application_;
 };
 

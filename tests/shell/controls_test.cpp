@@ -5,12 +5,6 @@
 namespace quillet {
 namespace {
 
-IndexSet rows(std::initializer_list<std::int64_t> indexes) {
-  IndexSet result;
-  for (const auto index : indexes) result.addIndex(index);
-  return result;
-}
-
 class ControlsTest : public ::testing::Test {
  protected:
   ControlsTest() {
@@ -209,39 +203,39 @@ TEST_F(TableTest, ColumnsThatStayAreNotTold) {
 
 TEST_F(TableTest, SelectingTellsAChangeAndLeavesOutRowsBeyondIt) {
   EXPECT_EQ(table_.selectedRow(), -1);
-  table_.selectRows(rows({0, 2, 3, 9}));
-  EXPECT_EQ(table_.selectedRows(), rows({0, 2}));
+  table_.selectRows(IndexSet({0, 2, 3, 9}));
+  EXPECT_EQ(table_.selectedRows(), IndexSet({0, 2}));
   EXPECT_EQ(table_.selectedRow(), 2) << "the last one";
   EXPECT_EQ(selectionsTold_, 1);
-  table_.selectRows(rows({0, 2, 4}));
+  table_.selectRows(IndexSet({0, 2, 4}));
   EXPECT_EQ(selectionsTold_, 1) << "the same rows";
-  table_.userSelects(rows({0, 2}));
+  table_.userSelects(IndexSet({0, 2}));
   EXPECT_EQ(selectionsTold_, 2) << "a user's selecting always tells";
   EXPECT_EQ(performed_, 0);
 }
 
 TEST_F(TableTest, ADoubleClickSelectsTheRowAloneAndThenPerforms) {
-  table_.selectRows(rows({0, 2}));
+  table_.selectRows(IndexSet({0, 2}));
   IndexSet selectedWhenPerformed;
   interface_.commands().add("used", [&] { selectedWhenPerformed = table_.selectedRows(); });
   table_.userDoubleClicks(1);
-  EXPECT_EQ(selectedWhenPerformed, rows({1}));
+  EXPECT_EQ(selectedWhenPerformed, IndexSet({1}));
   table_.userDoubleClicks(3);
-  EXPECT_EQ(table_.selectedRows(), rows({})) << "there is no such row";
+  EXPECT_EQ(table_.selectedRows(), IndexSet({})) << "there is no such row";
 }
 
 TEST_F(TableTest, ReloadingLosesRowsThatAreGone) {
-  table_.selectRows(rows({0, 2}));
+  table_.selectRows(IndexSet({0, 2}));
   selectionsTold_ = 0;
   table_.reloadData();
   EXPECT_EQ(selectionsTold_, 0);
   texts_.pop_back();
   table_.reloadData();
-  EXPECT_EQ(table_.selectedRows(), rows({0}));
+  EXPECT_EQ(table_.selectedRows(), IndexSet({0}));
   EXPECT_EQ(selectionsTold_, 1);
   texts_.clear();
   table_.reloadData(Table::Tell::No);
-  EXPECT_EQ(table_.selectedRows(), rows({}));
+  EXPECT_EQ(table_.selectedRows(), IndexSet({}));
   EXPECT_EQ(selectionsTold_, 1);
 }
 

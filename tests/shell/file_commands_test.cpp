@@ -24,9 +24,9 @@ TEST_F(FileCommandsTest, ThePanelAsksForTextFiles) {
   add({"/b"});  // while the panel is open
   panel->confirmed({"/c", "/a", "/d"});
   EXPECT_EQ(listedPaths(), (Paths{"/a", "/b", "/c", "/d"})) << "at the end as it is by now";
-  EXPECT_EQ(selectedRows(), rows({2, 3}));
+  EXPECT_EQ(selectedRows(), IndexSet({2, 3}));
   panel->confirmed({});
-  EXPECT_EQ(selectedRows(), rows({2, 3}));
+  EXPECT_EQ(selectedRows(), IndexSet({2, 3}));
 }
 
 TEST_F(FileCommandsTest, ButtonsOfTheListHaveTheirHandlers) {
@@ -46,13 +46,13 @@ TEST_F(FileCommandsTest, ButtonsOfTheListHaveTheirHandlers) {
 
 TEST_F(FileCommandsTest, RowsArePreferredToPathsInADrop) {
   add({"/a", "/b"});
-  commands().acceptDrop({rows({1}), {"/c"}}, 0);
+  commands().acceptDrop({IndexSet({1}), {"/c"}}, 0);
   EXPECT_EQ(listedPaths(), (Paths{"/b", "/a"}));
   commands().acceptDrop({std::nullopt, {"/c"}}, 1);
   EXPECT_EQ(listedPaths(), (Paths{"/b", "/c", "/a"}));
   commands().acceptDrop({}, 1);
   EXPECT_EQ(listedPaths(), (Paths{"/b", "/c", "/a"})) << "plain text brings nothing";
-  EXPECT_EQ(selectedRows(), rows({1}));
+  EXPECT_EQ(selectedRows(), IndexSet({1}));
 }
 
 TEST_F(FileCommandsTest, OneFileWithAFullPathIsRevealed) {
@@ -61,7 +61,7 @@ TEST_F(FileCommandsTest, OneFileWithAFullPathIsRevealed) {
   files[1].filePath = "relative";
   application().inputFileList().setInputFiles(files);
   perform("showInFinderButtonPressed");
-  application().fileSelection().select(rows({0, 1}));
+  application().fileSelection().select(IndexSet({0, 1}));
   perform("showInFinderButtonPressed");
   application().fileSelection().select(2);  // it has no path
   perform("showInFinderButtonPressed");
@@ -79,7 +79,7 @@ TEST_F(FileCommandsTest, FilesOfALaterStartAreDroppedAtTheEnd) {
   add({"/a", "/b"});
   application().filesFromLaterStart({"/c", "/a", "/d"});
   EXPECT_EQ(listedPaths(), (Paths{"/a", "/b", "/c", "/d"}));
-  EXPECT_EQ(selectedRows(), rows({2, 3}));
+  EXPECT_EQ(selectedRows(), IndexSet({2, 3}));
   EXPECT_EQ(desktop_.events, Paths{"front window"});
   application().filesFromLaterStart({"/e"});
   EXPECT_EQ(listedPaths().back(), "/e") << "unlike the first files from outside, later ones count, too";

@@ -5,12 +5,6 @@
 namespace quillet {
 namespace {
 
-IndexSet rows(std::initializer_list<std::int64_t> indexes) {
-  IndexSet result;
-  for (const auto index : indexes) result.addIndex(index);
-  return result;
-}
-
 class FileSelectionTest : public ::testing::Test {
  protected:
   FileSelectionTest() { fill(3); }
@@ -35,30 +29,30 @@ TEST_F(FileSelectionTest, LeavesOutRowsBeyondTheTable) {
   IndexSet many;
   many.addRange(1, 1'000'000'000'000);
   selection_.select(many);
-  EXPECT_EQ(selection_.rows(), rows({1, 2}));
-  selection_.select(rows({3, 4}));
-  EXPECT_EQ(selection_.rows(), rows({}));
+  EXPECT_EQ(selection_.rows(), IndexSet({1, 2}));
+  selection_.select(IndexSet({3, 4}));
+  EXPECT_EQ(selection_.rows(), IndexSet({}));
 }
 
 TEST_F(FileSelectionTest, TellsEachSelectingButNotTheLossOfRows) {
   int told = 0;
   selection_.setChanged([&told] { ++told; });
-  selection_.select(rows({0, 2}));
-  selection_.select(rows({0, 2}));
+  selection_.select(IndexSet({0, 2}));
+  selection_.select(IndexSet({0, 2}));
   EXPECT_EQ(told, 2) << "other files may stand in the same rows";
   fill(1);
   selection_.reloadTable();
-  EXPECT_EQ(selection_.rows(), rows({0}));
+  EXPECT_EQ(selection_.rows(), IndexSet({0}));
   EXPECT_EQ(told, 2);
 }
 
 TEST_F(FileSelectionTest, KnowsTheSingleAndTheFirstFile) {
   EXPECT_EQ(selection_.singleFile(), nullptr);
   EXPECT_EQ(selection_.firstFile(), nullptr);
-  selection_.select(rows({1}));
+  selection_.select(IndexSet({1}));
   EXPECT_EQ(selection_.singleRow(), 1u);
   EXPECT_EQ(selection_.singleFile()->filePath, "1");
-  selection_.select(rows({1, 2}));
+  selection_.select(IndexSet({1, 2}));
   EXPECT_EQ(selection_.singleRow(), std::nullopt);
   EXPECT_EQ(selection_.singleFile(), nullptr);
   EXPECT_EQ(selection_.firstFile()->filePath, "1");

@@ -73,13 +73,13 @@ TEST_F(InputFileListTest, LoadsNothingWithoutAList) {
 
 TEST_F(InputFileListTest, MovesAndRemovesWithoutSelecting) {
   add({"/a", "/b", "/c"});
-  application().fileSelection().select(rows({0, 2}));
-  EXPECT_EQ(list().moveFiles(rows({2, 7}), 0), 1u);
+  application().fileSelection().select(IndexSet({0, 2}));
+  EXPECT_EQ(list().moveFiles(IndexSet({2, 7}), 0), 1u);
   EXPECT_EQ(listedPaths(), (std::vector<std::string>{"/c", "/a", "/b"}));
-  EXPECT_EQ(selectedRows(), rows({0, 2}));
-  list().removeFiles(rows({0}));
+  EXPECT_EQ(selectedRows(), IndexSet({0, 2}));
+  list().removeFiles(IndexSet({0}));
   EXPECT_EQ(listedPaths(), (std::vector<std::string>{"/a", "/b"}));
-  EXPECT_EQ(selectedRows(), rows({0})) << "but for rows that are gone";
+  EXPECT_EQ(selectedRows(), IndexSet({0})) << "but for rows that are gone";
   add({"/c", "/a"});
   EXPECT_EQ(listedPaths(), (std::vector<std::string>{"/a", "/b", "/c"}));
 }

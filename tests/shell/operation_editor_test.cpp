@@ -39,9 +39,7 @@ class OperationEditorTest : public ::testing::Test {
     interface_.control("previewTextView")->setObserver([this] { events_.push_back("preview area"); });
   }
   void selectOperation(std::int64_t row) {
-    IndexSet rows;
-    rows.addIndex(row);
-    table_.table().userSelects(rows);
+    table_.table().userSelects(IndexSet{row});
     events_.clear();
   }
   Events pressDone(std::int64_t code) {
@@ -66,7 +64,7 @@ class OperationEditorTest : public ::testing::Test {
   PreviewPanel preview_{window_, stores_, selection_, defaults_};
   StatusLine statusLine_{window_, "statusLabel", "clearStatusLabelButton", "clearStatusLabelButtonClicked"};
   OperationEditor editor_{interface_,
-                          {files_, selection_, table_, preview_, statusLine_, desktop_.desktop()},
+                          {files_, selection_, table_, preview_, statusLine_, desktop_, desktop_},
                           [this] { events_.push_back("preview"); }};
 };
 
@@ -109,8 +107,7 @@ TEST_F(OperationEditorTest, DeletingTellsAfterThePreview) {
 
 TEST_F(OperationEditorTest, AMoveOnlyReloadsTheTable) {
   selectOperation(1);
-  IndexSet rows;
-  rows.addIndex(1);
+  const IndexSet rows{1};
   editor_.acceptDrop(rows, 3);
   EXPECT_EQ(events_, Events{"table reloads"});
   selectOperation(0);

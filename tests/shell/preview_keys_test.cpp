@@ -48,9 +48,7 @@ class PreviewKeysTest : public ::testing::Test {
     state_.linesInCurrentFile = lines;
     panel_.setStartPreviewFromLine(start);
     panel_.updatePreviewPanel();
-    IndexSet rows;
-    rows.addIndex(selected);
-    table().selectRows(rows);
+    table().selectRows(IndexSet{selected});
     const bool handled = keys_.keyDown(table(), {press.key, press.option, press.command});
     return {panel_.startPreviewFromLine(), table().selectedRow(), !handled};
   }

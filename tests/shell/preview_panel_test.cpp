@@ -21,11 +21,7 @@ class PreviewPanelTest : public ::testing::Test {
     file.filePath = path;
     return file;
   }
-  void select(std::initializer_list<std::int64_t> rows) {
-    IndexSet set;
-    for (const auto row : rows) set.addIndex(row);
-    selection_.select(set);
-  }
+  void select(std::initializer_list<std::int64_t> rows) { selection_.select(IndexSet(rows)); }
   bool isHidden(const char* name) { return interface_.control(name)->isHidden(); }
   // Which of the two tables and the text are shown.
   std::string shown() {

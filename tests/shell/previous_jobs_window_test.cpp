@@ -4,37 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
 
 namespace quillet {
 namespace {
-
-class LateAlerts final : public Alerts {
- public:
-  void showAlert(std::u16string_view title, std::u16string_view) override { modal.emplace_back(title); }
-  void showAlertInWindow(std::u16string_view, std::u16string_view, WindowName) override {}
-  void askInWindow(std::u16string_view, std::u16string_view, const std::vector<std::u16string>& buttons,
-                   WindowName, std::function<void(std::size_t)> answered) override {
-    asked = buttons;
-    answer = std::move(answered);
-  }
-
-  std::vector<std::u16string> modal;
-  std::vector<std::u16string> asked;
-  std::function<void(std::size_t)> answer;
-};
-
-class FocusedWindows final : public WindowServer {
- public:
-  void makeKeyAndOrderFront(Window& window) override { window.show(); }
-  void orderBack(Window& window) override { window.show(); }
-  void beginSheet(Window& sheet, WindowName parent) override { sheet.show(parent); }
-  void endSheet(Window& sheet) override { sheet.hide(); }
-  const Window* keyWindow() const override { return nullptr; }
-  void focus(Control& control) override { focused = control.name(); }
-
-  std::string focused;
-};
 
 class Grid final : public ClipboardWorkbench {
  public:
@@ -76,8 +50,7 @@ class PreviousJobsWindowTest : public ::testing::Test {
   DBInterface database_{"quillet.db", folder_.path()};
   InputFiles inputFiles_;
   JobState state_;
-  LateAlerts alerts_;
-  FocusedWindows windows_;
+  testing::RecordingDesktop desktop_;
   Grid grid_;
   UserInterface interface_;
   Window mainWindow_{interface_, "window", u""};
@@ -86,12 +59,12 @@ class PreviousJobsWindowTest : public ::testing::Test {
   PreviousJobsWindow browser_{
       interface_,
       window_,
-      {database_, inputFiles_, selection_, grid_, state_, alerts_, windows_, [] {}, [] {}}};
+      {database_, inputFiles_, selection_, grid_, state_, desktop_, desktop_, [] {}, [] {}}};
 };
 
 TEST_F(PreviousJobsWindowTest, AChangeOfTheSearchTypePutsTheFocusInTheField) {
   control<PopUpButton>("previousJobsWindowSearchTypeButton").userSelects(2);
-  EXPECT_EQ(windows_.focused, "previousJobsWindowSearchField");
+  EXPECT_EQ(desktop_.events, std::vector<std::string>{"focus previousJobsWindowSearchField"});
 }
 
 TEST_F(PreviousJobsWindowTest, AllStepsOfAJobArePerformedWhateverIsSelectedMeanwhile) {
@@ -110,12 +83,13 @@ TEST_F(PreviousJobsWindowTest, ALateAnswerDeletesWhatIsSelectedThen) {
   saveClipboardJob(u"three");
   selectJobs(0, 0);
   control<Button>("previousJobsWindowDeleteJobsButton").press();
-  EXPECT_TRUE((alerts_.asked == std::vector<std::u16string>{u"Delete", u"Cancel"}));
+  ASSERT_TRUE(desktop_.question);
+  EXPECT_TRUE((desktop_.question->buttons == std::vector<std::u16string>{u"Delete", u"Cancel"}));
   EXPECT_EQ(browser_.previousJobsArray().size(), 3u);
   selectJobs(0, 1);
-  alerts_.answer(1);
+  desktop_.question->answered(1);
   EXPECT_EQ(browser_.previousJobsArray().size(), 3u);
-  alerts_.answer(0);
+  desktop_.question->answered(0);
   EXPECT_EQ(browser_.previousJobsArray().size(), 1u);
 }
 

@@ -2,6 +2,7 @@
 // one text an event.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -29,8 +30,14 @@ class RecordingDesktop final : public Alerts,
     std::function<void(const std::vector<std::string>&)> confirmed;
   };
 
+  struct Question {
+    std::vector<std::u16string> buttons;
+    std::function<void(std::size_t)> answered;
+  };
+
   std::vector<std::string> events;
   std::optional<FilePanel> filePanel;  // the last one; it stays open for the test to confirm
+  std::optional<Question> question;    // the last one; it stays open for the test to answer
   const Window* key = nullptr;
   std::optional<std::vector<std::string>> panelAnswer;  // nothing: cancelled
   bool workspaceFails = false;
@@ -41,9 +48,10 @@ class RecordingDesktop final : public Alerts,
   void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) override {
     events.push_back("sheet of " + nameOf(window) + " " + toUtf8(title) + "|" + toUtf8(message));
   }
-  void askInWindow(std::u16string_view title, std::u16string_view, const std::vector<std::u16string>&,
-                   WindowName, std::function<void(std::size_t)>) override {
+  void askInWindow(std::u16string_view title, std::u16string_view, const std::vector<std::u16string>& buttons,
+                   WindowName, std::function<void(std::size_t)> answered) override {
     events.push_back("question " + toUtf8(title));
+    question = Question{buttons, std::move(answered)};
   }
   void chooseFiles(std::u16string_view title, std::u16string_view prompt,
                    const std::vector<std::string>& extensions,
@@ -80,7 +88,7 @@ class RecordingDesktop final : public Alerts,
     events.emplace_back("sheet ends");
   }
   const Window* keyWindow() const override { return key; }
-  void focus(Control&) override {}
+  void focus(Control& control) override { events.push_back("focus " + control.name()); }
 };
 
 }  // namespace quillet::testing

@@ -1,11 +1,10 @@
-// A job database of its own for a test, and a second way into the file, by SQLite alone.
+// A job database of its own for a test, and what was saved into it.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <memory>
 #include <optional>
-#include <sqlite3.h>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,40 +13,10 @@
 #include "platform/unicode_text.h"
 #include "storage/db_interface.h"
 #include "support/log_catcher.h"
+#include "support/raw_database.h"
 #include "support/temporary_folder.h"
 
 namespace quillet::testing {
-
-using Table = std::vector<std::vector<std::string>>;  // NULL is "(null)"
-
-// A connection that stays open, to look into the file and to write what the system itself never writes.
-class RawDatabase {
- public:
-  explicit RawDatabase(const std::string& path) {
-    EXPECT_EQ(sqlite3_open(path.c_str(), &handle_), SQLITE_OK) << path;
-  }
-  ~RawDatabase() { sqlite3_close(handle_); }
-  RawDatabase(const RawDatabase&) = delete;
-  RawDatabase& operator=(const RawDatabase&) = delete;
-
-  Table rows(const std::string& script) {
-    Table result;
-    char* message = nullptr;
-    const int status = sqlite3_exec(handle_, script.c_str(), append, &result, &message);
-    EXPECT_EQ(status, SQLITE_OK) << script << ": " << (message ? message : "");
-    sqlite3_free(message);
-    return result;
-  }
-
- private:
-  static int append(void* table, int count, char** values, char**) {
-    auto& row = static_cast<Table*>(table)->emplace_back();
-    for (int i = 0; i < count; ++i) row.emplace_back(values[i] ? values[i] : "(null)");
-    return 0;
-  }
-
-  sqlite3* handle_ = nullptr;
-};
 
 class DatabaseTest : public ::testing::Test {
  protected:

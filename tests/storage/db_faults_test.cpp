@@ -4,6 +4,7 @@
 #include <csignal>
 #include <filesystem>
 #include <linux/capability.h>
+#include <sqlite3.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>

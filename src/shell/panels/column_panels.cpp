@@ -2,6 +2,7 @@
 
 #include "operations/line_numbers.h"
 #include "operations/operation_codes.h"
+#include "operations/operation_description.h"
 #include "platform/numbers.h"
 #include "shell/panels/column_entries.h"
 

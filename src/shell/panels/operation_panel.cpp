@@ -8,10 +8,6 @@
 
 namespace quillet {
 
-std::u16string labelOfOperation(std::int64_t code) {
-  return descriptionForOperation({{"Code", code}}, nullptr, nullptr)[0];
-}
-
 OperationPanel::OperationPanel(UserInterface& interface, std::string windowName, std::string controlPrefix,
                                std::u16string title, std::u16string_view help)
     : window_(interface, std::move(windowName), std::move(title)),

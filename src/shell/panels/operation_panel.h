@@ -11,9 +11,6 @@
 
 namespace quillet {
 
-// The title of the operations of this code, "" for an unassigned one.
-std::u16string labelOfOperation(std::int64_t code);
-
 // Main thread only.
 class OperationPanel {
  public:

@@ -10,7 +10,7 @@
 
 namespace quillet {
 
-// IntArg1 bit 1, IntArg2, IntArg3 and the text under a key.
+// The flag of the case in IntArg1, what in IntArg2, from where in IntArg3, and the text under a key.
 class TrimControls {
  public:
   // typeHandler: the command for a change of the trim type.
@@ -27,7 +27,7 @@ class TrimControls {
   CheckBox caseSensitive_;
 };
 
-// IntArg1 bit 1, IntArg2 and two texts.
+// The flag of the case in IntArg1, the type in IntArg2, and two texts under their keys.
 class ReplaceControls {
  public:
   ReplaceControls(Window& window, const std::string& prefix);
