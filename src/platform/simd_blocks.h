@@ -1,6 +1,6 @@
-// Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; and
-// the widening and narrowing of ASCII; and passing quickly over units that need no closer look. With SSE2
-// where the processor has it, plain loops elsewhere.
+// Blocks of 64 bytes or 64 UTF-16 units turned into 64-bit masks, one bit a byte or unit, lowest first; the
+// widening and narrowing of ASCII; and passing quickly over units that need no closer look. With SSE2 where
+// the processor has it, plain loops elsewhere.
 #pragma once
 
 #include <algorithm>
@@ -112,7 +112,7 @@ inline std::size_t findUnit(std::u16string_view text, char16_t wanted, std::size
 
 // Eight units of the text from index on, which must all lie in it.
 inline __m128i unitsAt(std::u16string_view text, std::size_t index) {
-  return _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + index));
+  return load(text.data() + index);
 }
 
 inline __m128i eightTimes(char16_t unit) {

@@ -1,24 +1,23 @@
 #include "shell/previous_job.h"
 
+#include "storage/job_codes.h"
 #include "storage/sql_text.h"
 
 namespace quillet {
 
 namespace {
 
-constexpr std::int64_t kHasOperations = 0x1000;         // of files, always
-constexpr std::int64_t kHasOperationsOfAKind = 0x2000;  // which kind, the column "reserved" tells
-constexpr std::int64_t kClipboardKind = 1;
 constexpr std::size_t kTextsPerJob = 5;
 
 }  // namespace
 
 bool PreviousJob::isOperationsJob() const {
-  return (integerOfText(flags) & (kHasOperations | kHasOperationsOfAKind)) != 0;
+  return (integerOfText(flags) & (kJobHasOperations | kJobHasOperationsOfAKind)) != 0;
 }
 
 bool PreviousJob::isClipboardJob() const {
-  return (integerOfText(flags) & kHasOperationsOfAKind) != 0 && integerOfText(kind) == kClipboardKind;
+  return (integerOfText(flags) & kJobHasOperationsOfAKind) != 0 &&
+         integerOfText(kind) == static_cast<std::int64_t>(JobKind::Clipboard);
 }
 
 std::vector<PreviousJob> previousJobsFromRows(const DBInterface::FlatRows& rows) {

@@ -7,18 +7,17 @@
 #include "operations/operation_description.h"
 #include "platform/localization.h"
 #include "platform/unicode_text.h"
+#include "storage/job_codes.h"
 
 namespace quillet {
 
 namespace {
 
-enum SearchType : std::int64_t { JobName = 1, SavedSince = 2, FilesInJob = 3 };
-
 std::u16string placeholderOf(std::int64_t searchType) {
   switch (searchType) {
-    case SavedSince:
+    case SearchSavedSince:
       return localized(u"Format: 2018-05-30");
-    case FilesInJob:
+    case SearchFilesInJob:
       return localized(u"Files in job");
     default:
       return localized(u"Job name");
@@ -31,9 +30,9 @@ PreviousJobsWindow::PreviousJobsWindow(UserInterface& interface, Window& window,
     : neighbours_(std::move(neighbours)),
       window_(window),
       searchTypeButton_(window, "previousJobsWindowSearchTypeButton",
-                        {{JobName, localized(u"Job Name")},
-                         {SavedSince, localized(u"Saved Since")},
-                         {FilesInJob, localized(u"Files in Job")}},
+                        {{SearchByJobName, localized(u"Job Name")},
+                         {SearchSavedSince, localized(u"Saved Since")},
+                         {SearchFilesInJob, localized(u"Files in Job")}},
                         "previousJobsWindowSearchTypePopUpChanged"),
       searchField_(window, "previousJobsWindowSearchField",
                    "previousJobsWindowSearchFieldTextShouldEndEditing"),
@@ -60,7 +59,7 @@ PreviousJobsWindow::PreviousJobsWindow(UserInterface& interface, Window& window,
       fileDetailsLabel_(fileWindow_, "previousJobFileWindowDetailsLabel"),
       closeFileWindowButton_(fileWindow_, "previousJobFileWindowCancelButton", localized(u"Close"),
                              "previousJobFileWindowCancelButtonPressed") {
-  searchField_.setPlaceholder(placeholderOf(JobName));
+  searchField_.setPlaceholder(placeholderOf(SearchByJobName));
   deleteButton_.setEnabled(false);
   restoreButton_.setEnabled(false);
   nameField_.setEnabled(false);

@@ -7,6 +7,7 @@
 #include "operations/stored_values.h"
 #include "platform/unicode_text.h"
 #include "storage/db_interface.h"
+#include "storage/job_codes.h"
 #include "storage/operation_columns.h"
 #include "storage/sql_text.h"
 
@@ -255,8 +256,6 @@ int DBInterface::getOperations(OperationList& operations, const std::string& job
 
 namespace {
 
-constexpr std::int64_t kSearchByDate = 2;
-
 // Wildcards in the text of a search by name are not escaped, and any type but that of dates searches by name,
 // also the one for the files of a job: this is meant.
 std::string queryOfPreviousJobs(std::int64_t searchType, std::u16string_view searchString) {
@@ -264,8 +263,8 @@ std::string queryOfPreviousJobs(std::int64_t searchType, std::u16string_view sea
   std::string query = "select rowid, date_last_saved, name, flags, reserved from jobs";
   if (searchString.empty()) return query + kLatest;
   const std::string text = DBInterface::dbStringFromString(toUtf8(searchString));
-  query += sqlText(searchType == kSearchByDate ? " where date_last_saved >= '%@'" : " where name like '%%@%'",
-                   {text});
+  query += sqlText(
+      searchType == SearchSavedSince ? " where date_last_saved >= '%@'" : " where name like '%%@%'", {text});
   return query + kLatest;
 }
 

@@ -6,6 +6,7 @@
 #include "platform/system_log.h"
 #include "platform/unicode_text.h"
 #include "storage/db_interface.h"
+#include "storage/job_codes.h"
 #include "storage/operation_columns.h"
 #include "storage/sql_text.h"
 
@@ -18,8 +19,9 @@ constexpr int kFilesNotResolved = -2;
 constexpr int kJobNotWritten = -3;
 constexpr std::int64_t kNoFile = 0;  // in place of a file, for the operations of a clipboard job
 
-// In the flags of a job: its column "reserved" tells its kind.
-constexpr const char* kFlagOfOurJobs = "8192";
+std::string flagOfSavedJobs() {
+  return std::to_string(kJobHasOperationsOfAKind);
+}
 
 std::string now() {
   const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
@@ -78,7 +80,8 @@ int DBInterface::saveJobNamed(std::u16string_view name, const InputFileEntries* 
                               const OperationList* operationsArray) {
   SettingsRecord job;
   if (const int status = getJobDictionary(job, name); status != kSuccess) return status;
-  const char* kind = inputFilesArray ? "0" : "1";
+  const auto kind =
+      std::to_string(static_cast<std::int64_t>(inputFilesArray ? JobKind::Files : JobKind::Clipboard));
   const bool isNew = !job.has("rowid");
   const int result = isNew ? insertJob(name, kind) : updateJob(job.integer("rowid", 0), kind);
   if (isNew && result != kSuccess) return result;
@@ -91,7 +94,7 @@ int DBInterface::saveJobNamed(std::u16string_view name, const InputFileEntries* 
 int DBInterface::updateJob(std::int64_t jobID, std::string_view kind) {
   const int status = execCommand(
       sqlText("update jobs set date_last_saved='%@', flags=(flags|%@), reserved='%@' where rowid=%@;\n",
-              {now(), kFlagOfOurJobs, kind, std::to_string(jobID)}));
+              {now(), flagOfSavedJobs(), kind, std::to_string(jobID)}));
   if (status == kSuccess) return kSuccess;
   logToSystem(u"Could not update the job in the db");
   return kJobNotWritten;
@@ -100,7 +103,7 @@ int DBInterface::updateJob(std::int64_t jobID, std::string_view kind) {
 int DBInterface::insertJob(std::u16string_view name, std::string_view kind) {
   const int status = execCommand(
       sqlText("insert into jobs (name, date_last_saved, flags, reserved) values ('%@', '%@', %@, '%@');\n",
-              {dbStringFromString(toUtf8(name)), now(), kFlagOfOurJobs, kind}));
+              {dbStringFromString(toUtf8(name)), now(), flagOfSavedJobs(), kind}));
   if (status == kSuccess) return kSuccess;
   logToSystem(u"could not add the job to the db");
   return kJobNotWritten;
