@@ -132,6 +132,27 @@ class Faults : public Scenario {
 
   void makePipe(const std::string& name) const { ASSERT_EQ(mkfifo(path(name).c_str(), 0600), 0); }
 
+  // A job of a pipe, which was a file when it was added; its path.
+  std::string jobOfAPipe() {
+    const std::string file = write("pipe.csv", "");
+    jobOf(file);
+    fs::remove(file);
+    makePipe("pipe.csv");
+    return file;
+  }
+
+  // A run that waits in the middle of its first file; what release() wants.
+  int runHeldInAPipe() {
+    const int held = open(jobOfAPipe().c_str(), O_RDWR | O_CLOEXEC);
+    done("runButtonPressed", {{"wait", false}});
+    EXPECT_TRUE(waitUntil([&] { return isWriting("first.csv"); }));
+    return held;
+  }
+  static void release(int held) {
+    EXPECT_EQ(::write(held, "x\n", 2), 2);
+    close(held);
+  }
+
   // The folder of the run that is going on; empty when there is none.
   fs::path runFolder() const {
     for (const auto& entry : fs::directory_iterator(path("tmp"))) return entry.path();
@@ -293,10 +314,7 @@ TEST_F(Faults, AFileThatShrinksDuringThePassGivesWhatWasRead) {
 }
 
 TEST_F(Faults, APipeCannotBeRewoundAndGivesItsRest) {
-  const std::string file = write("pipe.csv", "");
-  jobOf(file);
-  fs::remove(file);
-  makePipe("pipe.csv");
+  const std::string file = jobOfAPipe();
   const std::string text = numberedLines(20'000);
   std::thread writer([&] {
     const int descriptor = open(file.c_str(), O_WRONLY | O_CLOEXEC);
@@ -347,16 +365,9 @@ TEST_F(Faults, AnOutputFolderThatIsGoneOrIsAFileIsAskedForAgain) {
 
 // The first file is a pipe, so that the run can be held in its middle.
 TEST_F(Faults, AnOutputFolderThatVanishesDuringTheRunIsTold) {
-  const std::string file = write("pipe.csv", "");
-  jobOf(file);
-  fs::remove(file);
-  makePipe("pipe.csv");
-  const int held = open(file.c_str(), O_RDWR | O_CLOEXEC);
-  done("runButtonPressed", {{"wait", false}});
-  ASSERT_TRUE(waitUntil([&] { return isWriting("first.csv"); }));
+  const int held = runHeldInAPipe();
   fs::remove(path("out"));
-  ASSERT_EQ(::write(held, "x\n", 2), 2);
-  close(held);
+  release(held);
   const json result = done("waitForRuns");
   const std::string log = logOf(result);
   for (const char* name : {"out/first.csv", "out/good_out.csv"})
@@ -570,17 +581,10 @@ TEST_F(Faults, ATemporaryFolderThatMayNotBeWrittenToIsTold) {
 
 // The pass over the first file is held by a pipe while its temporary file is taken away.
 TEST_F(Faults, ATemporaryFileThatVanishesIsToldAndTheNextFileGetsAnother) {
-  const std::string file = write("pipe.csv", "");
-  jobOf(file);
-  fs::remove(file);
-  makePipe("pipe.csv");
-  const int held = open(file.c_str(), O_RDWR | O_CLOEXEC);
-  done("runButtonPressed", {{"wait", false}});
-  ASSERT_TRUE(waitUntil([&] { return isWriting("first.csv"); }));
+  const int held = runHeldInAPipe();
   const std::string folder = runFolder();
   fs::remove_all(folder);
-  ASSERT_EQ(::write(held, "x\n", 2), 2);
-  close(held);
+  release(held);
   expectTold(done("waitForRuns"),
              "Could not open tmp file \"" + folder + "/first.csv\" for reading [errno 2]");
 }

@@ -53,6 +53,15 @@ bool isEnd(int code) {
 
 class OperationPanelsTest : public Scenario {
  protected:
+  // Over a file that is in no folder, so that no pass finds other columns.
+  void launchWithEntry(const json& operations, const json& columns = {}) {
+    launch();
+    json entry = {{"FilePath", path("none.csv")}, {"Operations", operations}};
+    if (!columns.is_null()) entry["ExpectedColumnsInLine"] = columns;
+    done("setInputFiles", {{"entries", {entry}}});
+    select({0});
+  }
+
   // One selected file of five columns, "v" to "z".
   void launchWithFile() {
     launch();
@@ -896,14 +905,8 @@ TEST_F(RearrangePanelTest, ARecordDoesNotOpenWithSeveralFiles) {
 }
 
 TEST_F(RearrangePanelTest, AColumnWithoutAnIndexPrintsZero) {
-  launch();
-  done("setInputFiles",
-       {{"entries",
-         {{{"FilePath", path("none.csv")},
-           {"Operations", csvOperations("none.csv")},
-           {"ExpectedColumnsInLine",
-            {{{"ColumnIndex", 3}, {"ColumnDescriptor", "x"}}, {{"ColumnDescriptor", "y"}}}}}}}});
-  select({0});
+  launchWithEntry(csvOperations("none.csv"),
+                  {{{"ColumnIndex", 3}, {"ColumnDescriptor", "x"}}, {{"ColumnDescriptor", "y"}}});
   done("addOperation", {{"code", 352}});
   EXPECT_EQ(operations()[1]["Arg1"], "4, 0");
 }
@@ -1050,27 +1053,15 @@ TEST_F(JoinPanelTest, AnEditShowsTheStoredGroups) {
 }
 
 TEST_F(JoinPanelTest, AnEditOfAFileWithoutKnownColumnsShowsNone) {
-  launch();
-  done(
-      "setInputFiles",
-      {{"entries",
-        {{{"FilePath", path("none.csv")},
-          {"Operations", csvOperations("none.csv", {{{"Code", 353}, {"Arg1", "1 + 2"}, {"Arg2", "-"}}})}}}}});
-  select({0});
+  launchWithEntry(csvOperations("none.csv", {{{"Code", 353}, {"Arg1", "1 + 2"}, {"Arg2", "-"}}}));
   done("selectOperations", {{"rows", {1}}});
   EXPECT_EQ(edit(353)["joinColumnsOperationWindowSeparatorTextField"], "-");
   EXPECT_EQ(operations()[1]["Arg1"], "");
 }
 
 TEST_F(JoinPanelTest, AnEditOfAFileOfNoColumnsKeepsTheGroupsEmpty) {
-  launch();
-  done("setInputFiles",
-       {{"entries",
-         {{{"FilePath", path("none.csv")},
-           {"Operations",
-            csvOperations("none.csv", {{{"Code", 353}, {"Arg1", "1 + 2, 3, 4 + 5"}, {"Arg2", "-"}}})},
-           {"ExpectedColumnsInLine", json::array()}}}}});
-  select({0});
+  launchWithEntry(csvOperations("none.csv", {{{"Code", 353}, {"Arg1", "1 + 2, 3, 4 + 5"}, {"Arg2", "-"}}}),
+                  json::array());
   done("selectOperations", {{"rows", {1}}});
   open("showOperationWindow");
   EXPECT_EQ(shown(), (json{"", ""}));
@@ -1079,13 +1070,7 @@ TEST_F(JoinPanelTest, AnEditOfAFileOfNoColumnsKeepsTheGroupsEmpty) {
 }
 
 TEST_F(JoinPanelTest, TheLargestIndexOfAColumnWrapsAround) {
-  launch();
-  done("setInputFiles",
-       {{"entries",
-         {{{"FilePath", path("none.csv")},
-           {"Operations", csvOperations("none.csv")},
-           {"ExpectedColumnsInLine", {{{"ColumnIndex", INT64_MAX}, {"ColumnDescriptor", "x"}}}}}}}});
-  select({0});
+  launchWithEntry(csvOperations("none.csv"), {{{"ColumnIndex", INT64_MAX}, {"ColumnDescriptor", "x"}}});
   openForAdding();
   EXPECT_EQ(shown(), json{"-9223372036854775808. x"});
   press("done");
