@@ -1,0 +1,3 @@
+#include "clipboard/cell_changes.h"
+
+namespace quillet {}  // namespace quillet

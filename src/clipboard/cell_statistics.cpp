@@ -1,0 +1,3 @@
+#include "clipboard/cell_statistics.h"
+
+namespace quillet {}  // namespace quillet

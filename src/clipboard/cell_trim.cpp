@@ -1,0 +1,3 @@
+#include "clipboard/cell_trim.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/clipboard_data.h"
+
+namespace quillet {}  // namespace quillet

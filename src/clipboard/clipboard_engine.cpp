@@ -1,0 +1,3 @@
+#include "clipboard/clipboard_engine.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/clipboard_selection.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/grid_deletions.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/grid_edges.h"
+
+namespace quillet {}  // namespace quillet

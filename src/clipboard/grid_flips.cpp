@@ -1,0 +1,3 @@
+#include "clipboard/grid_flips.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/grid_joins.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/grid_merges.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/grid_moves.h"
+
+namespace quillet {}  // namespace quillet

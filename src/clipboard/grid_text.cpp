@@ -1,0 +1,3 @@
+#include "clipboard/grid_text.h"
+
+namespace quillet {}  // namespace quillet

@@ -1,0 +1,3 @@
+#include "clipboard/separators.h"
+
+namespace quillet {}  // namespace quillet
