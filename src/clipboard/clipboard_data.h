@@ -53,14 +53,14 @@ class ClipboardData {
   bool takeClipboardText();
   void performClipboardDataOperationWithUndo(const OperationRecord& record);
   void undoPerformClipboardDataOperation(const OperationRecord& record);
-  void registerUndo(const OperationRecord& record, bool ofUndo);
+  void registerUndo(const OperationRecord& record);
 
   void compute(const ClipboardOperation& operation, const OperationRecord& record);
   void split(const OperationRecord& record);
   void join(const OperationRecord& record);
+  void editCell(const OperationRecord& record);
   void install(const ClipboardOperation& operation, ClipboardOutcome outcome);
   void rebuildColumns(const ClipboardOperation& operation, bool rowsWereSelected, bool columnsWereSelected);
-  void showText();
 
   Pasteboard& pasteboard_;
   ClipboardDisplay& display_;
