@@ -204,6 +204,9 @@ class Table final : public Control {
   const std::vector<Column>& columns() const { return columns_; }
   void setColumns(std::vector<Column> columns);
   void userResizesColumn(std::size_t column, int width);  // nothing beyond the columns
+  // What shows the table tells how wide it is, in logical pixels; 0 while nothing does.
+  int width() const { return width_; }
+  void userResizesTable(int width) { width_ = width; }
 
   const IndexSet& selectedRows() const { return selectedRows_; }
   std::int64_t selectedRow() const;  // the last one; -1 for none
@@ -228,6 +231,7 @@ class Table final : public Control {
 
   Source source_;
   std::vector<Column> columns_;
+  int width_ = 0;
   IndexSet selectedRows_;
   std::function<void()> selectionChanged_;
 };

@@ -111,7 +111,7 @@ json restoreOperations(Drive& drive, const Arguments&) {
 }
 
 json performClipboardDataOperation(Drive& drive, const Arguments& arguments) {
-  drive.clipboard().performClipboardDataOperation(arguments.operation("operation"));
+  drive.launchedApplication().clipboard().performClipboardDataOperation(arguments.operation("operation"));
   return json::object();
 }
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "drive/scripted_workbench.h"
+#include "shell/scripted_workbench.h"
 #include "shell/recording_desktop.h"
 
 namespace quillet {
@@ -31,7 +31,7 @@ class ClipboardDataWindowTest : public ::testing::Test {
   UserInterface interface_;
   Window window_{interface_, "clipboardDataWindow", u""};
   testing::RecordingDesktop desktop_;
-  drive::ScriptedWorkbench workbench_;
+  testing::ScriptedWorkbench workbench_;
   ClipboardDataWindow clipboardData_{window_, desktop_, workbench_};
 };
 

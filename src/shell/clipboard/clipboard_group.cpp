@@ -1,0 +1,24 @@
+#include "shell/clipboard/clipboard_group.h"
+
+namespace quillet {
+
+ClipboardGroup::ClipboardGroup(UserInterface& interface, Window& window, const Desktop& desktop,
+                               UserDefaults& defaults)
+    : data_(desktop.pasteboard, window_),
+      window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
+      sheets_(interface, data_, defaults, desktop),
+      commands_(data_, defaults, desktop) {}
+
+void ClipboardGroup::addCommandsTo(Commands& commands) {
+  window_.addCommandsTo(commands);
+  sheets_.addCommandsTo(commands);
+  commands_.addCommandsTo(commands);
+}
+
+ClipboardWorkbench::Content ClipboardGroup::content() const {
+  const TwoDimensionalMutableIndexSet& selection = data_.selection().selected2DIndexSet();
+  return {data_.clipboardDataArray().rowCount() != 0, !selection.isEmpty(),
+          selection.infiniteRowIndexSet().count(), selection.infiniteColumnIndexSet().count()};
+}
+
+}  // namespace quillet

@@ -1,0 +1,43 @@
+// The clipboard data window with all that belongs to it, and what the rest of the application asks of it.
+#pragma once
+
+#include "clipboard/clipboard_data.h"
+#include "platform/user_defaults.h"
+#include "shell/clipboard/clipboard_commands.h"
+#include "shell/clipboard/clipboard_data_window.h"
+#include "shell/clipboard/clipboard_sheets.h"
+#include "shell/clipboard_workbench.h"
+#include "shell/desktop.h"
+#include "shell/window.h"
+
+namespace quillet {
+
+// Main thread only. All references outlive it.
+class ClipboardGroup final : public ClipboardWorkbench {
+ public:
+  ClipboardGroup(UserInterface& interface, Window& window, const Desktop& desktop, UserDefaults& defaults);
+
+  void addCommandsTo(Commands& commands);
+
+  // ClipboardWorkbench.
+  void refreshDataFromClipboard() override { data_.refreshDataFromClipboard(); }
+  void performClipboardDataOperation(const OperationRecord& operation) override {
+    data_.performClipboardDataOperation(operation);
+  }
+  const OperationList& clipboardDataOperationsArray() const override {
+    return data_.clipboardDataOperationsArray();
+  }
+  Content content() const override;
+
+  ClipboardData& data() { return data_; }
+  ClipboardDataWindow& window() { return window_; }
+  ClipboardTable& table() { return window_.table(); }
+
+ private:
+  ClipboardData data_;
+  ClipboardDataWindow window_;
+  ClipboardSheets sheets_;
+  ClipboardCommands commands_;
+};
+
+}  // namespace quillet
