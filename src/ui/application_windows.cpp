@@ -1,0 +1,375 @@
+#include "ui/application_windows.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QSplitter>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "platform/localization.h"
+#include "shell/drag_and_drop.h"
+#include "shell/preview_cells.h"
+#include "ui/binder.h"
+#include "ui/forms.h"
+#include "ui/grid_view.h"
+#include "ui/icons.h"
+#include "ui/large_text_view.h"
+#include "ui/table_model.h"
+#include "ui/table_view.h"
+#include "ui/text_conversion.h"
+#include "ui/theme.h"
+
+namespace quillet::ui {
+
+namespace {
+
+constexpr int kLeastSheetWidth = 420;
+
+bool isSheet(const Window& window) {
+  return window.cancelButton() != nullptr;
+}
+
+QString mimeTypeOf(DropTable table) {
+  switch (table) {
+    case DropTable::Files:
+      return QStringLiteral("application/x-quillet-inputfiles");
+    case DropTable::Operations:
+      return QStringLiteral("application/x-quillet-operations");
+    case DropTable::RearrangeColumns:
+      return QStringLiteral("application/x-quillet-rearrangecolumns");
+  }
+  return {};
+}
+
+std::vector<DragType> typesOf(const QMimeData& data) {
+  std::vector<DragType> types;
+  if (data.hasUrls()) types.push_back(DragType::FileNames);
+  if (data.hasText()) types.push_back(DragType::String);
+  for (const DropTable table : {DropTable::Files, DropTable::Operations, DropTable::RearrangeColumns})
+    if (rowsOfMimeData(data, mimeTypeOf(table))) types.push_back(dragTypeOfRows(table));
+  return types;
+}
+
+std::vector<std::string> localPaths(const QMimeData& data) {
+  std::vector<std::string> paths;
+  for (const QUrl& url : data.urls())
+    if (url.isLocalFile()) paths.push_back(QFile::encodeName(url.toLocalFile()).toStdString());
+  return paths;
+}
+
+void setIcon(QAbstractButton* button, const char* name, int size = 18) {
+  if (!button) return;
+  button->setIcon(icon(QLatin1String(name), button->palette()));
+  button->setIconSize({size, size});
+}
+
+// The numbers of the steps in a help box.
+void numberSteps(QWidget& form) {
+  for (QLabel* label : form.findChildren<QLabel*>())
+    if (const int step = label->property("step").toInt())
+      label->setText(QStringLiteral("%1.  %2").arg(step).arg(label->text()));
+}
+
+void colourSecondaryLabels(QWidget& form) {
+  for (QLabel* label : form.findChildren<QLabel*>()) {
+    if (label->property("role").toString() != QLatin1String("secondary")) continue;
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);
+    label->setPalette(palette);
+  }
+}
+
+}  // namespace
+
+ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desktop,
+                                       std::function<void()> quit)
+    : application_(application), desktop_(desktop), quit_(std::move(quit)) {
+  for (Window* window : application_.interface().windows()) addWindow(*window);
+  dressMainWindow();
+  dressClipboardWindow();
+  dressJobsWindow();
+  dressPreferences();
+  addDrops();
+}
+
+// Controls outlive the widgets, so nothing may tell them any more.
+ApplicationWindows::~ApplicationWindows() {
+  for (Window* window : application_.interface().windows()) {
+    window->setObserver({});
+    for (Control* control : window->controls()) control->setObserver({});
+  }
+}
+
+QWidget* ApplicationWindows::widget(std::string_view window) const {
+  const auto found = widgets_.find(window);
+  return found == widgets_.end() ? nullptr : found->second.get();
+}
+
+Window* ApplicationWindows::windowOf(const QObject* widget) const {
+  for (const auto& [name, form] : widgets_)
+    if (form.get() == widget) return application_.interface().window(name);
+  return nullptr;
+}
+
+void ApplicationWindows::addWindow(Window& window) {
+  std::unique_ptr<QWidget> form = newForm(window.name());
+  if (!form) {
+    controlsWithoutWidget_.push_back(QString::fromStdString(window.name()));
+    return;
+  }
+  if (isSheet(window)) dressSheet(window, *form);
+  if (auto* grid = form->findChild<GridView*>()) grid->setGroup(application_.clipboard());
+  for (const QString& name : bindControls(window, *form)) controlsWithoutWidget_.push_back(name);
+  numberSteps(*form);
+  colourSecondaryLabels(*form);
+  desktop_.addWindow(window, *form);
+  form->installEventFilter(this);
+  widgets_.emplace(window.name(), std::move(form));
+}
+
+// The last row: help at the left, then Cancel and Done as the platform orders them.
+void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
+  form.setMinimumWidth(kLeastSheetWidth);
+  auto* box = form.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+  const auto add = [&](const Button& button, QDialogButtonBox::ButtonRole role) {
+    auto* widget = new QPushButton(withoutMnemonics(button.title()));
+    widget->setObjectName(QString::fromStdString(button.name()));
+    box->addButton(widget, role);
+    return widget;
+  };
+  if (window.cancelButton() != window.doneButton()) add(*window.cancelButton(), QDialogButtonBox::RejectRole);
+  QPushButton* done = add(*window.doneButton(), QDialogButtonBox::AcceptRole);
+  done->setDefault(true);
+  // A column panel's table and every field is set in the fixed-width font, as data is.
+  for (QLineEdit* edit : form.findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
+  for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) {
+    edit->setFont(fixedWidthFont());
+    edit->setMinimumSize(420, 140);
+    edit->installEventFilter(this);
+  }
+  for (Control* control : window.controls()) {
+    auto* button = dynamic_cast<Button*>(control);
+    if (!button || button == window.doneButton() || button == window.cancelButton()) continue;
+    if (button->handler() != "helpButtonPressed") continue;
+    auto* help = new QToolButton;
+    help->setObjectName(QString::fromStdString(button->name()));
+    help->setAutoRaise(true);
+    setIcon(help, "help");
+    auto* rows = static_cast<QVBoxLayout*>(form.layout());
+    auto* last = new QHBoxLayout;
+    rows->removeWidget(box);
+    last->addWidget(help);
+    last->addStretch();
+    last->addWidget(box);
+    rows->addLayout(last);
+    form.setAccessibleDescription(qString(button->toolTip()));
+  }
+}
+
+void ApplicationWindows::perform(const std::string& command) {
+  application_.interface().commands().perform(command);
+}
+
+bool ApplicationWindows::close(Window& window) {
+  if (isSheet(window)) {
+    window.cancelButton()->press();
+    return !window.isShown();
+  }
+  if (!application_.windowShouldClose(window)) return false;
+  window.hide();
+  return true;
+}
+
+bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Close) {
+    Window* window = windowOf(watched);
+    if (window && window->isShown() && !close(*window)) event->ignore();
+    return window && isSheet(*window);
+  }
+  if (event->type() == QEvent::KeyPress) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    Window* window = windowOf(watched);
+    if (window && isSheet(*window) && key->key() == Qt::Key_Escape) {
+      close(*window);
+      return true;
+    }
+    const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    // In the text of a cell Return is Done, with Shift it is a line break.
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(watched);
+        edit && isReturn && !key->modifiers().testFlag(Qt::ShiftModifier)) {
+      if (Window* sheet = windowOf(edit->window())) sheet->doneButton()->press();
+      return true;
+    }
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+MenuActions ApplicationWindows::menuActions(Window& window) {
+  MenuActions actions;
+  actions.perform = [this](const std::string& command) { perform(command); };
+  actions.isEnabled = [this](const std::string& command) { return application_.validateMenuItem(command); };
+  actions.close = [this, &window] { widget(window.name())->close(); };
+  actions.quit = quit_;
+  actions.about = [this, &window] {
+    QMessageBox::about(widget(window.name()), tr("About Quillet"),
+                       tr("Quillet prepares delimited text data."));
+  };
+  actions.moveSelectedRows = [this](int rows) { moveSelectedRows(rows); };
+  actions.choosePreview = [this](int tag) {
+    if (auto* popUp = dynamic_cast<PopUpButton*>(application_.interface().control("previewTypePopUpButton")))
+      popUp->userSelects(tag);
+  };
+  actions.previewType = [this] { return static_cast<int>(application_.previewPanel().previewType()); };
+  actions.renameJob = [this] {
+    if (auto* field = find<QLineEdit>("previousJobsWindow", "previousJobsPopoverDetailsTitleTextField")) {
+      field->setFocus();
+      field->selectAll();
+    }
+  };
+  actions.showPerformedOperations = [this](bool shown) {
+    find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane")->setVisible(shown);
+  };
+  actions.performedOperationsShown = [this] {
+    return find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane")->isVisible();
+  };
+  UndoManager& undo = application_.clipboard().data().undoManager();
+  actions.undoName = [&undo] { return qString(undo.undoActionName()); };
+  actions.redoName = [&undo] { return qString(undo.redoActionName()); };
+  actions.undo = [&undo] { undo.undo(); };
+  actions.redo = [&undo] { undo.redo(); };
+  actions.restoreTitle = [this] {
+    auto* button =
+        dynamic_cast<Button*>(application_.interface().control("previousJobsWindowRestoreOperationsButton"));
+    return button ? withoutMnemonics(button->title()) : QString();
+  };
+  return actions;
+}
+
+void ApplicationWindows::dressMainWindow() {
+  auto& window = static_cast<QMainWindow&>(*widget("window"));
+  const MenuActions actions = menuActions(application_.windows().main);
+  addMenus(window, MenuOf::Main, actions);
+  setIcon(find<QAbstractButton>("window", "addInputFileButton"), "plus");
+  setIcon(find<QAbstractButton>("window", "removeInputFilesButton"), "minus");
+  setIcon(find<QAbstractButton>("window", "showInFinderButton"), "reveal");
+  setIcon(find<QAbstractButton>("window", "editOperationButton"), "compose");
+  setIcon(find<QAbstractButton>("window", "deleteOperationButton"), "trash");
+  setIcon(find<QAbstractButton>("window", "clearStatusLabelButton"), "clear", 14);
+  auto* add = find<QPushButton>("window", "addOperationButton");
+  setIcon(add, "plus", 16);
+  add->setMenu(newAddOperationMenu(add, actions));
+  auto* run = find<QPushButton>("window", "runButton");
+  run->setIcon(icon(QStringLiteral("run"), paletteOf(Scheme::Dark)));
+  auto* split = find<QSplitter>("window", "mainSplitView");
+  split->setStretchFactor(0, 0);
+  split->setStretchFactor(1, 1);
+  split->setSizes({260, 1020});
+  find<QWidget>("window", "filesPane")->setMinimumWidth(180);
+  find<QWidget>("window", "filesPane")->setMaximumWidth(480);
+  find<QWidget>("window", "operationsTableView")->setMinimumHeight(130);
+  find<QWidget>("window", "previewStack")->setMinimumHeight(200);
+  connect(find<QPushButton>("window", "rightSideHelpBoxAddButton"), &QPushButton::clicked, this,
+          [this] { perform("addInputFileMenuItemClicked"); });
+}
+
+void ApplicationWindows::dressClipboardWindow() {
+  auto& window = static_cast<QMainWindow&>(*widget("clipboardDataWindow"));
+  const MenuActions actions = menuActions(application_.windows().clipboardData);
+  addMenus(window, MenuOf::Clipboard, actions);
+  setIcon(find<QAbstractButton>("clipboardDataWindow", "clipboardDataWindowClearStatusLabelButton"), "clear",
+          14);
+  auto* split = find<QSplitter>("clipboardDataWindow", "clipboardDataWindowSplitView");
+  split->setStretchFactor(0, 1);
+  split->setStretchFactor(1, 0);
+  split->setSizes({860, 240});
+  auto* pane = find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane");
+  pane->setMinimumWidth(160);
+  pane->setMaximumWidth(400);
+  find<TableView>("clipboardDataWindow", "clipboardDataWindowOperationsTableView")
+      ->setSelectionMode(QAbstractItemView::NoSelection);
+  connect(find<QPushButton>("clipboardDataWindow", "clipboardDataWindowHelpBoxRefreshButton"),
+          &QPushButton::clicked, this, [this] { perform("clipboardDataWindowRefreshNowButtonPressed"); });
+  auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
+  QMenu* menus[] = {newPerformMenu(grid, actions), newLinesMenu(grid, actions),
+                    newColumnsMenu(grid, actions)};
+  connect(grid, &GridView::contextMenuRequestedAt, this,
+          [cells = menus[0], lines = menus[1], columns = menus[2]](const QPoint& at, int part) {
+            (part == GridView::RowNumbers ? lines : part == GridView::Headers ? columns : cells)->popup(at);
+          });
+}
+
+void ApplicationWindows::dressJobsWindow() {
+  auto& window = static_cast<QMainWindow&>(*widget("previousJobsWindow"));
+  addMenus(window, MenuOf::Jobs, menuActions(application_.windows().previousJobs));
+  auto* split = find<QSplitter>("previousJobsWindow", "previousJobsWindowSplitView");
+  split->setStretchFactor(0, 2);
+  split->setStretchFactor(1, 3);
+  split->setSizes({390, 580});
+}
+
+void ApplicationWindows::dressPreferences() {
+  auto* form = widget("preferencesWindow");
+  form->setWindowFlags(Qt::Window);
+  form->setFixedWidth(480);
+  for (QLineEdit* edit : form->findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
+  connect(form->findChild<QDialogButtonBox*>(), &QDialogButtonBox::rejected, form, &QWidget::close);
+  connect(new QShortcut(QKeySequence(Qt::Key_Escape), form), &QShortcut::activated, form, &QWidget::close);
+}
+
+void ApplicationWindows::addDrops() {
+  const auto add = [&](const char* window, const char* name, DropTable table,
+                       std::function<void(const QMimeData&, int)> drop) {
+    auto* view = find<TableView>(window, name);
+    view->setDrops(
+        {mimeTypeOf(table),
+         [table](const QMimeData& data) { return validateDrop(table, typesOf(data)) == DropOperation::Copy; },
+         std::move(drop)});
+  };
+  add("window", "filesTableView", DropTable::Files, [this](const QMimeData& data, int row) {
+    application_.fileCommands().acceptDrop(
+        {rowsOfMimeData(data, mimeTypeOf(DropTable::Files)), localPaths(data)}, row);
+  });
+  add("window", "operationsTableView", DropTable::Operations, [this](const QMimeData& data, int row) {
+    if (const auto rows = rowsOfMimeData(data, mimeTypeOf(DropTable::Operations)))
+      application_.operationEditor().acceptDrop(*rows, row);
+  });
+  add("rearrangeColumnsOperationWindow", "rearrangeColumnsOperationWindowColumnsTableView",
+      DropTable::RearrangeColumns, [this](const QMimeData& data, int row) {
+        if (const auto rows = rowsOfMimeData(data, mimeTypeOf(DropTable::RearrangeColumns)))
+          application_.operationEditor().panels().rearrangeColumns().acceptDrop(*rows, row);
+      });
+}
+
+// As a drop of the selected rows one gap further.
+void ApplicationWindows::moveSelectedRows(int rows) {
+  auto* view = qobject_cast<TableView*>(QApplication::focusWidget());
+  if (!view) return;
+  const IndexSet selected = view->selectedRowIndexes();
+  if (selected.isEmpty()) return;
+  const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
+  if (row < 0 || row > view->model()->rowCount()) return;
+  if (view->objectName() == QLatin1String("filesTableView"))
+    application_.fileCommands().acceptDrop({selected, {}}, row);
+  if (view->objectName() == QLatin1String("operationsTableView"))
+    application_.operationEditor().acceptDrop(selected, row);
+}
+
+}  // namespace quillet::ui

@@ -1,0 +1,13 @@
+// The forms of the windows and sheets, one .ui file each, by the name of the window.
+#pragma once
+
+#include <QWidget>
+#include <memory>
+#include <string_view>
+
+namespace quillet::ui {
+
+// Null for a window without a form. Its widgets have the names of the controls.
+std::unique_ptr<QWidget> newForm(std::string_view window);
+
+}  // namespace quillet::ui

@@ -1,0 +1,471 @@
+#include "ui/menus.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QApplication>
+#include <QCoreApplication>
+#include <QKeySequence>
+#include <QMenuBar>
+#include <cstring>
+#include <span>
+
+#include "operations/operation_codes.h"
+#include "operations/operation_description.h"
+#include "ui/text_conversion.h"
+
+namespace quillet::ui {
+
+namespace {
+
+// An item without a text is a separator. Shortcuts of a table work while it has the focus; the widget is then
+// named.
+struct Item {
+  const char* text = nullptr;
+  const char* shortcut = nullptr;
+  const char* command = nullptr;
+  const char* widget = nullptr;
+};
+
+constexpr Item kLine{};
+
+constexpr Item kFileMain[] = {
+    {"Add Input Files…", "Ctrl+O", "addInputFileMenuItemClicked"},
+    {"Remove Selected Files", "Del", "removeSelectedInputFilesMenuItemClicked", "filesTableView"},
+    {"Show in File Manager", "Ctrl+Shift+F", "showInFinderButtonPressed"},
+    kLine,
+    {"Select Output Folder…", "Ctrl+Shift+O", "selectOutputFolderMenuItemClicked"},
+    {"Show Output Folder", nullptr, "showOutputFolderMenuItemClicked"},
+    kLine,
+};
+constexpr Item kSaveJob[] = {{"Save Job…", "Ctrl+S", "saveJobMenuItemClicked"}, kLine};
+
+constexpr Item kEditOperation[] = {
+    {"Edit Operation…", "Return", "showOperationWindow", "operationsTableView"},
+    {"Delete Operation", "Del", "deleteOperationButtonClicked", "operationsTableView"},
+};
+
+constexpr Item kJobMain[] = {
+    {"Run Job", "Ctrl+R", "runButtonPressed"},
+    {"Open Last Log", "Ctrl+L", "openLastLogFileMenuItemClicked"},
+    {"Clear Log", nullptr, "clearLogMenuItemClicked"},
+};
+constexpr Item kDeleteJobs[] = {
+    {"Delete Selected Jobs…", "Del", "deleteJobsButtonClicked", "previousJobsWindowJobsTableView"}};
+
+constexpr Item kGrid[] = {
+    {"Refresh from Clipboard", "F5", "clipboardDataWindowRefreshNowButtonPressed"},
+    {"Split…", "Ctrl+K", "clipboardDataWindowSplitButtonPressed"},
+    {"Join…", "Ctrl+J", "clipboardDataWindowJoinButtonPressed"},
+    kLine,
+};
+constexpr Item kCells[] = {
+    {"Trim…", "Ctrl+T", "clipboardDataWindowTrimButtonPressed"},
+    {"Replace…", "Ctrl+H", "clipboardDataWindowReplaceButtonPressed"},
+    {"Fill…", "Ctrl+I", "clipboardDataWindowFillButtonPressed"},
+    {"Edit Cell…", "Return", "rowsTableViewReturnKeyPressed", "clipboardDataTableView"},
+    kLine,
+};
+constexpr Item kFlips[] = {
+    {"Flip Horizontal", nullptr, "flipHorizontalMenuItemClicked"},
+    {"Flip Vertical", nullptr, "flipVerticalMenuItemClicked"},
+    {"Flip Diagonal", nullptr, "flipDiagonalMenuItemClicked"},
+};
+constexpr Item kLines[] = {
+    {"Add Line to the Top", nullptr, "clipboardDataWindowShiftFillFromTopMenuItemClicked"},
+    {"Add Line to the Bottom", nullptr, "clipboardDataWindowShiftFillFromBottomMenuItemClicked"},
+    kLine,
+    {"Delete Line from the Top", nullptr, "clipboardDataWindowShiftTruncateTopMenuItemClicked"},
+    {"Delete Line from the Bottom", nullptr, "clipboardDataWindowShiftTruncateBottomMenuItemClicked"},
+    {"Delete Selected Lines", "Ctrl+Del", "clipboardDataWindowDeleteSelectedLineMenuItemClicked"},
+    kLine,
+    {"Move Line Up", "Ctrl+Shift+Up", "clipboardDataWindowMoveUpMenuItemClicked"},
+    {"Move Line Down", "Ctrl+Shift+Down", "clipboardDataWindowMoveDownMenuItemClicked"},
+    kLine,
+    {"Merge Up…", nullptr, "clipboardDataWindowMergeUpMenuItemClicked"},
+    {"Merge Down…", nullptr, "clipboardDataWindowMergeDownMenuItemClicked"},
+    {"Join Lines…", nullptr, "clipboardDataWindowJoinRowsMenuItemClicked"},
+};
+constexpr Item kColumns[] = {
+    {"Add Column to the Left", nullptr, "clipboardDataWindowShiftFillFromLeftMenuItemClicked"},
+    {"Add Column to the Right", nullptr, "clipboardDataWindowShiftFillFromRightMenuItemClicked"},
+    kLine,
+    {"Delete Column from the Left", nullptr, "clipboardDataWindowShiftTruncateLeftMenuItemClicked"},
+    {"Delete Column from the Right", nullptr, "clipboardDataWindowShiftTruncateRightMenuItemClicked"},
+    {"Delete Selected Columns", "Ctrl+Shift+Del", "clipboardDataWindowDeleteSelectedColumnMenuItemClicked"},
+    kLine,
+    {"Move Column Left", "Ctrl+Shift+Left", "clipboardDataWindowMoveLeftMenuItemClicked"},
+    {"Move Column Right", "Ctrl+Shift+Right", "clipboardDataWindowMoveRightMenuItemClicked"},
+    kLine,
+    {"Merge Left…", nullptr, "clipboardDataWindowMergeLeftMenuItemClicked"},
+    {"Merge Right…", nullptr, "clipboardDataWindowMergeRightMenuItemClicked"},
+    {"Join Columns…", nullptr, "clipboardDataWindowJoinColumnsMenuItemClicked"},
+};
+constexpr Item kWindows[] = {
+    {"Quillet", "Ctrl+1", "quilletWindowMenuItemClicked"},
+    {"Clipboard Data", "Ctrl+2", "clipboardDataWindowMenuItemClicked"},
+    {"Previous Jobs", "Ctrl+3", "previousJobsWindowMenuItemActionClicked"},
+};
+constexpr Item kHelp[] = {
+    {"Tutorials", "F1", "tutorialsMenuItemClicked"},
+    {"Support", nullptr, "supportMenuItemClicked"},
+};
+constexpr Item kRestore[] = {
+    {"Restore Operations", "Ctrl+Return", "previousJobFileWindowRestoreOperationsButtonPressed"}};
+
+// In the order of the menu; a code of 0 is a separator.
+struct AddedOperation {
+  std::int64_t code;
+  const char* command;
+};
+constexpr AddedOperation kAddedOperations[] = {
+    {OpReplaceCharacter, "addOperationReplaceCharacterMenuItemClicked"},
+    {0, nullptr},
+    {OpSkipLine, "addLineOperationSkipMenuItemClicked"},
+    {OpTrimLine, "addLineOperationTrimMenuItemClicked"},
+    {OpReplaceLine, "addLineOperationReplaceMenuItemClicked"},
+    {OpJoinLines, "addOperationJoinLinesMenuItemClicked"},
+    {0, nullptr},
+    {OpSetInitialNumberOfColumns, "addOperationSetInitialNumberOfColumnsMenuItemClicked"},
+    {OpTrimColumn, "addColumnOperationTrimMenuItemClicked"},
+    {OpReplaceColumn, "addColumnOperationReplaceMenuItemClicked"},
+    {OpReformatColumn, "addColumnOperationReformatMenuItemClicked"},
+    {OpRearrangeColumns, "addOperationRearrangeColumnsMenuItemClicked"},
+    {OpJoinColumns, "addOperationJoinColumnsMenuItemClicked"},
+    {OpSetFinalNumberOfColumns, "addOperationSetFinalNumberOfColumnsMenuItemClicked"},
+};
+
+QString translated(const char* text) {
+  return QCoreApplication::translate("Menu", text);
+}
+
+class Builder {
+ public:
+  // Items of a menu bar have shortcuts; those of other menus show none, as each stands once only.
+  enum class Shortcuts { No, Yes };
+
+  Builder(QWidget& window, const MenuActions& actions, Shortcuts shortcuts)
+      : window_(window), actions_(actions), shortcuts_(shortcuts) {}
+
+  QMenu* menu(const char* title) {
+    menu_ = new QMenu(title ? translated(title) : QString(), &window_);
+    QObject::connect(menu_, &QMenu::aboutToShow, menu_, [menu = menu_, actions = actions_] {
+      for (QAction* action : menu->actions())
+        if (const QString command = action->property("command").toString(); !command.isEmpty())
+          action->setEnabled(actions.isEnabled(command.toStdString()));
+    });
+    return menu_;
+  }
+
+  void add(std::span<const Item> items) {
+    for (const Item& item : items) {
+      if (item.text)
+        addCommand(item);
+      else
+        menu_->addSeparator();
+    }
+  }
+
+  QAction* addCommand(const Item& item) {
+    QAction* action = addAction(translated(item.text), item.shortcut, item.widget);
+    setCommand(*action, item.command);
+    return action;
+  }
+
+  QAction* addAction(const QString& text, const char* shortcut, const char* widgetName = nullptr) {
+    auto* action = new QAction(text, &window_);
+    menu_->addAction(action);
+    if (!shortcut || shortcuts_ == Shortcuts::No) return action;
+    action->setShortcut(QKeySequence(QLatin1String(shortcut)));
+    // A shortcut of a table is the table's own.
+    if (auto* widget = widgetName ? window_.findChild<QWidget*>(QLatin1String(widgetName)) : nullptr) {
+      action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+      widget->addAction(action);
+      action->setParent(widget);
+    }
+    return action;
+  }
+
+  void addOperations() {
+    for (const AddedOperation& operation : kAddedOperations) {
+      if (!operation.command) {
+        menu_->addSeparator();
+        continue;
+      }
+      QAction* action =
+          addAction(withoutMnemonics(labelOfOperation(operation.code)) + QStringLiteral("…"), nullptr);
+      setCommand(*action, operation.command);
+    }
+  }
+
+  void separator() { menu_->addSeparator(); }
+  QMenu* current() const { return menu_; }
+
+ private:
+  void setCommand(QAction& action, const char* command) {
+    action.setProperty("command", QLatin1String(command));
+    const std::string name = command;
+    QObject::connect(&action, &QAction::triggered, &action, [name, actions = actions_] {
+      if (actions.isEnabled(name)) actions.perform(name);
+    });
+  }
+
+  QWidget& window_;
+  MenuActions actions_;
+  Shortcuts shortcuts_;
+  QMenu* menu_ = nullptr;
+};
+
+// What the widget with the focus can do by itself.
+struct EditItem {
+  const char* text;
+  QKeySequence::StandardKey shortcut;
+  const char* slot;
+};
+constexpr EditItem kEditItems[] = {
+    {"Cut", QKeySequence::Cut, "cut"},
+    {"Copy", QKeySequence::Copy, "copy"},
+    {"Paste", QKeySequence::Paste, "paste"},
+    {"Delete", QKeySequence::UnknownKey, "del"},
+    {"Select All", QKeySequence::SelectAll, "selectAll"},
+};
+
+bool hasSlot(const QObject* object, const char* slot) {
+  const QByteArray signature = QByteArray(slot) + "()";
+  return object && object->metaObject()->indexOfMethod(signature.constData()) >= 0;
+}
+
+// The grid has no texts of its own to cut; all of it is selected by the application.
+bool isGrid(const QWidget* widget) {
+  return widget && widget->objectName() == QLatin1String("clipboardDataTableView");
+}
+
+void addFocusItems(Builder& builder, QMenu& menu, const MenuActions& actions) {
+  for (const EditItem& item : kEditItems) {
+    QAction* action = builder.addAction(translated(item.text), nullptr);
+    // Shown only: the widget with the focus has the key itself.
+    if (item.shortcut != QKeySequence::UnknownKey) {
+      action->setShortcut(item.shortcut);
+      action->setShortcutContext(Qt::WidgetShortcut);
+    }
+    const bool isSelectAll = std::strcmp(item.slot, "selectAll") == 0;
+    QObject::connect(action, &QAction::triggered, action, [slot = item.slot, isSelectAll, actions] {
+      QWidget* focused = QApplication::focusWidget();
+      if (isGrid(focused) && isSelectAll) return actions.perform("rowsTableViewSelectAllMenuItemClicked");
+      if (hasSlot(focused, slot)) QMetaObject::invokeMethod(focused, slot);
+    });
+    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, slot = item.slot, isSelectAll] {
+      const QWidget* focused = QApplication::focusWidget();
+      action->setEnabled(isGrid(focused) ? isSelectAll : hasSlot(focused, slot));
+    });
+  }
+}
+
+void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuActions& actions) {
+  const bool ofGrid = menuOf == MenuOf::Clipboard;
+  const auto add = [&](const char* word, QKeySequence::StandardKey key, const std::function<QString()>& name,
+                       const std::function<void()>& run, const char* slot) {
+    QAction* action = builder.addAction(translated(word), nullptr);
+    action->setShortcut(key);
+    action->setShortcutContext(ofGrid ? Qt::WindowShortcut : Qt::WidgetShortcut);
+    QObject::connect(action, &QAction::triggered, action, [ofGrid, run, slot] {
+      QWidget* focused = QApplication::focusWidget();
+      if (ofGrid)
+        run();
+      else if (hasSlot(focused, slot))
+        QMetaObject::invokeMethod(focused, slot);
+    });
+    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, ofGrid, name, word, slot] {
+      const QString what = ofGrid ? name() : QString();
+      action->setText(what.isEmpty() ? translated(word)
+                                     : translated(word) + QLatin1Char(' ') +
+                                           QString(what).replace(QLatin1Char('&'), QLatin1String("&&")));
+      action->setEnabled(ofGrid ? !what.isEmpty() : hasSlot(QApplication::focusWidget(), slot));
+    });
+  };
+  add("Undo", QKeySequence::Undo, actions.undoName, actions.undo, "undo");
+  add("Redo", QKeySequence::Redo, actions.redoName, actions.redo, "redo");
+}
+
+void connectTo(QAction* action, const std::function<void()>& run) {
+  QObject::connect(action, &QAction::triggered, action, [run] { run(); });
+}
+
+void addFileMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActions& actions) {
+  bar.addMenu(builder.menu("&File"));
+  if (menuOf == MenuOf::Main) builder.add(kFileMain);
+  if (menuOf != MenuOf::Jobs) builder.add(kSaveJob);
+  connectTo(builder.addAction(translated("Close"), "Ctrl+W"), actions.close);
+  connectTo(builder.addAction(translated("Quit"), "Ctrl+Q"), actions.quit);
+}
+
+void addEditMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActions& actions) {
+  QMenu* menu = builder.menu("&Edit");
+  bar.addMenu(menu);
+  addUndoItems(builder, *menu, menuOf, actions);
+  builder.separator();
+  addFocusItems(builder, *menu, actions);
+  builder.separator();
+  builder.addCommand({"Preferences…", "Ctrl+,", "preferencesMenuItemClicked"});
+}
+
+void addOperationMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
+  bar.addMenu(builder.menu("&Operation"));
+  builder.addOperations();
+  builder.separator();
+  builder.add(kEditOperation);
+  connectTo(builder.addAction(translated("Move Up"), nullptr), [actions] { actions.moveSelectedRows(-1); });
+  connectTo(builder.addAction(translated("Move Down"), nullptr), [actions] { actions.moveSelectedRows(1); });
+}
+
+void addPreviewMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
+  constexpr const char* kTypes[] = {"Input as Text", "Input as Table", "Output as Table", "Output as Text"};
+  QMenu* menu = builder.menu("&Preview");
+  bar.addMenu(menu);
+  auto* group = new QActionGroup(menu);
+  for (int tag = 0; tag < 4; ++tag) {
+    QAction* action =
+        builder.addAction(translated(kTypes[tag]), QByteArray("Alt+").append(char('1' + tag)).constData());
+    action->setCheckable(true);
+    group->addAction(action);
+    QObject::connect(action, &QAction::triggered, action, [actions, tag] { actions.choosePreview(tag); });
+    QObject::connect(menu, &QMenu::aboutToShow, action,
+                     [action, actions, tag] { action->setChecked(actions.previewType() == tag); });
+  }
+}
+
+void addJobMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActions& actions) {
+  QMenu* menu = builder.menu("&Job");
+  bar.addMenu(menu);
+  if (menuOf == MenuOf::Main) return builder.add(kJobMain);
+  QAction* restore = builder.addCommand(kRestore[0]);
+  QObject::connect(menu, &QMenu::aboutToShow, restore,
+                   [restore, actions] { restore->setText(actions.restoreTitle()); });
+  connectTo(builder.addAction(translated("Rename"), "F2", "previousJobsWindowJobsTableView"),
+            actions.renameJob);
+  builder.add(kDeleteJobs);
+}
+
+void addGridMenus(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
+  QMenu* menu = builder.menu("&Grid");
+  bar.addMenu(menu);
+  builder.add(kGrid);
+  builder.add(kCells);
+  builder.add(kFlips);
+  builder.separator();
+  QAction* pane = builder.addAction(translated("Performed Operations"), nullptr);
+  pane->setCheckable(true);
+  QObject::connect(pane, &QAction::triggered, pane,
+                   [actions](bool shown) { actions.showPerformedOperations(shown); });
+  QObject::connect(menu, &QMenu::aboutToShow, pane,
+                   [pane, actions] { pane->setChecked(actions.performedOperationsShown()); });
+  bar.addMenu(builder.menu("&Lines"));
+  builder.add(kLines);
+  bar.addMenu(builder.menu("&Columns"));
+  builder.add(kColumns);
+}
+
+}  // namespace
+
+void addMenus(QMainWindow& window, MenuOf menuOf, const MenuActions& actions) {
+  Builder builder(window, actions, Builder::Shortcuts::Yes);
+  QMenuBar& bar = *window.menuBar();
+  addFileMenu(builder, bar, menuOf, actions);
+  addEditMenu(builder, bar, menuOf, actions);
+  if (menuOf == MenuOf::Main) {
+    addOperationMenu(builder, bar, actions);
+    addPreviewMenu(builder, bar, actions);
+  }
+  if (menuOf == MenuOf::Clipboard)
+    addGridMenus(builder, bar, actions);
+  else
+    addJobMenu(builder, bar, menuOf, actions);
+  bar.addMenu(builder.menu("&Window"));
+  builder.add(kWindows);
+  bar.addMenu(builder.menu("&Help"));
+  builder.add(kHelp);
+  connectTo(builder.addAction(translated("About Quillet"), nullptr), actions.about);
+}
+
+namespace {
+
+template <std::size_t count>
+QMenu* newMenu(QWidget* parent, const MenuActions& actions, const Item (&items)[count]) {
+  Builder builder(*parent, actions, Builder::Shortcuts::No);
+  builder.menu(nullptr);
+  builder.add(items);
+  return builder.current();
+}
+
+}  // namespace
+
+QMenu* newAddOperationMenu(QWidget* parent, const MenuActions& actions) {
+  Builder builder(*parent, actions, Builder::Shortcuts::No);
+  builder.menu(nullptr);
+  builder.addOperations();
+  return builder.current();
+}
+
+QMenu* newLinesMenu(QWidget* parent, const MenuActions& actions) {
+  return newMenu(parent, actions, kLines);
+}
+
+QMenu* newColumnsMenu(QWidget* parent, const MenuActions& actions) {
+  return newMenu(parent, actions, kColumns);
+}
+
+QMenu* newPerformMenu(QWidget* parent, const MenuActions& actions) {
+  QMenu* menu = newMenu(parent, actions, kCells);
+  const auto addSubmenu = [&](const char* title, QMenu* submenu) {
+    submenu->setTitle(translated(title));
+    menu->addMenu(submenu);
+  };
+  addSubmenu("Lines", newLinesMenu(parent, actions));
+  addSubmenu("Columns", newColumnsMenu(parent, actions));
+  addSubmenu("Flip", newMenu(parent, actions, kFlips));
+  return menu;
+}
+
+QMenu* newFilesMenu(QWidget* parent, const MenuActions& actions) {
+  return newMenu(parent, actions, {kFileMain[0], kFileMain[1], kFileMain[2]});
+}
+
+QMenu* newOperationsMenu(QWidget* parent, const MenuActions& actions) {
+  Builder builder(*parent, actions, Builder::Shortcuts::No);
+  builder.menu(nullptr);
+  builder.add(kEditOperation);
+  builder.separator();
+  builder.addOperations();
+  return builder.current();
+}
+
+QMenu* newJobsMenu(QWidget* parent, const MenuActions& actions) {
+  Builder builder(*parent, actions, Builder::Shortcuts::No);
+  QMenu* menu = builder.menu(nullptr);
+  QAction* restore = builder.addCommand(kRestore[0]);
+  QObject::connect(menu, &QMenu::aboutToShow, restore,
+                   [restore, actions] { restore->setText(actions.restoreTitle()); });
+  connectTo(builder.addAction(translated("Rename"), nullptr), actions.renameJob);
+  builder.add(kDeleteJobs);
+  return menu;
+}
+
+std::vector<std::string> commandsOfMenus() {
+  std::vector<std::string> commands;
+  const auto add = [&](std::span<const Item> items) {
+    for (const Item& item : items)
+      if (item.command) commands.emplace_back(item.command);
+  };
+  for (const auto items :
+       {std::span<const Item>(kFileMain), std::span<const Item>(kSaveJob),
+        std::span<const Item>(kEditOperation), std::span<const Item>(kJobMain),
+        std::span<const Item>(kDeleteJobs), std::span<const Item>(kGrid), std::span<const Item>(kCells),
+        std::span<const Item>(kFlips), std::span<const Item>(kLines), std::span<const Item>(kColumns),
+        std::span<const Item>(kWindows), std::span<const Item>(kHelp), std::span<const Item>(kRestore)})
+    add(items);
+  for (const AddedOperation& operation : kAddedOperations)
+    if (operation.command) commands.emplace_back(operation.command);
+  commands.emplace_back("preferencesMenuItemClicked");
+  return commands;
+}
+
+}  // namespace quillet::ui

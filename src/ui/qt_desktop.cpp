@@ -1,0 +1,256 @@
+#include "ui/qt_desktop.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QDesktopServices>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "platform/localization.h"
+#include "shell/controls.h"
+#include "ui/text_conversion.h"
+
+namespace quillet::ui {
+
+namespace {
+
+constexpr int kFileManagerPatience = 2'000;  // milliseconds
+constexpr int kPromptFieldWidth = 200;
+
+QMessageBox* newAlert(std::u16string_view title, std::u16string_view message, QWidget* parent) {
+  auto* box = new QMessageBox(parent);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setTextFormat(Qt::PlainText);
+  box->setIcon(QMessageBox::Warning);
+  box->setText(qString(title));
+  box->setInformativeText(qString(message));
+  box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
+  if (parent) box->setWindowFlag(Qt::Sheet);
+  return box;
+}
+
+std::vector<std::string> pathsOf(const QStringList& paths) {
+  std::vector<std::string> result;
+  for (const QString& path : paths) result.push_back(QFile::encodeName(path).toStdString());
+  return result;
+}
+
+QFileDialog* newPanel(std::u16string_view title, std::u16string_view prompt, QWidget* parent) {
+  auto* panel = new QFileDialog(parent, qString(title));
+  panel->setAttribute(Qt::WA_DeleteOnClose);
+  panel->setWindowModality(Qt::WindowModal);
+  panel->setLabelText(QFileDialog::Accept, qString(prompt));
+  return panel;
+}
+
+QUrl folderOf(const std::string& path) {
+  return QUrl::fromLocalFile(QFileInfo(QFile::decodeName(path.c_str())).absolutePath());
+}
+
+}  // namespace
+
+void QtDesktop::addWindow(Window& window, QWidget& widget) {
+  widgets_[&window] = &widget;
+  window.setObserver([&window, &widget] { widget.setWindowTitle(qString(window.title())); });
+  widget.setWindowTitle(qString(window.title()));
+}
+
+QWidget* QtDesktop::widgetOf(const Window& window) const {
+  const auto found = widgets_.find(&window);
+  return found == widgets_.end() ? nullptr : found->second;
+}
+
+QWidget* QtDesktop::widgetOf(WindowName name) const {
+  for (const auto& [window, widget] : widgets_)
+    if (window->name() == nameOf(name)) return widget;
+  return nullptr;
+}
+
+void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message) {
+  newAlert(title, message, nullptr)->open();
+}
+
+void QtDesktop::showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) {
+  newAlert(title, message, widgetOf(window))->open();
+}
+
+void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view message,
+                            const std::vector<std::u16string>& buttons, WindowName window,
+                            std::function<void(std::size_t)> answered) {
+  QMessageBox* box = newAlert(title, message, widgetOf(window));
+  box->setIcon(QMessageBox::Question);
+  std::vector<QAbstractButton*> added;
+  for (const std::u16string& button : buttons)
+    added.push_back(box->addButton(withoutMnemonics(button),
+                                   added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));
+  box->setEscapeButton(added.back());
+  QObject::connect(box, &QMessageBox::finished, box, [box, added, answered = std::move(answered)] {
+    const auto pressed = std::find(added.begin(), added.end(), box->clickedButton());
+    answered(pressed == added.end() ? added.size() - 1 : static_cast<std::size_t>(pressed - added.begin()));
+  });
+  box->open();
+}
+
+void QtDesktop::askForText(std::u16string_view prompt, std::u16string_view info, std::u16string_view text,
+                           WindowName window, std::function<void(const std::u16string&)> confirmed) {
+  auto* dialog = new QDialog(widgetOf(window), Qt::Sheet);
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setWindowModality(Qt::WindowModal);
+  dialog->setWindowTitle(qString(prompt));
+  auto* field = new QLineEdit(qString(text));
+  field->setMinimumWidth(kPromptFieldWidth);
+  auto* label = new QLabel(qString(info.empty() ? prompt : info));
+  label->setTextFormat(Qt::PlainText);
+  label->setBuddy(field);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+  QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
+  QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+  QObject::connect(dialog, &QDialog::accepted, dialog,
+                   [field, confirmed = std::move(confirmed)] { confirmed(u16String(field->text())); });
+  auto* layout = new QVBoxLayout(dialog);
+  layout->setContentsMargins(16, 16, 16, 16);
+  layout->addWidget(label);
+  layout->addWidget(field);
+  layout->addWidget(buttons);
+  dialog->open();
+  field->selectAll();
+}
+
+void QtDesktop::chooseFiles(std::u16string_view title, std::u16string_view prompt,
+                            const std::vector<std::string>& extensions,
+                            std::function<void(const std::vector<std::string>&)> confirmed) {
+  QFileDialog* panel = newPanel(title, prompt, widgetOf(WindowName::Main));
+  panel->setFileMode(QFileDialog::ExistingFiles);
+  QStringList patterns;
+  for (const std::string& extension : extensions)
+    patterns << QStringLiteral("*.") + QString::fromStdString(extension);
+  if (!patterns.isEmpty())
+    panel->setNameFilters({qString(localized(u"Text files")) + QStringLiteral(" (") +
+                           patterns.join(QLatin1Char(' ')) + QLatin1Char(')')});
+  QObject::connect(
+      panel, &QFileDialog::filesSelected, panel,
+      [confirmed = std::move(confirmed)](const QStringList& paths) { confirmed(pathsOf(paths)); });
+  panel->open();
+}
+
+void QtDesktop::chooseFolder(std::u16string_view title, std::u16string_view prompt,
+                             std::function<void(const std::vector<std::string>&)> confirmed) {
+  QFileDialog* panel = newPanel(title, prompt, widgetOf(WindowName::Main));
+  panel->setFileMode(QFileDialog::Directory);
+  panel->setOption(QFileDialog::ShowDirsOnly);
+  QObject::connect(
+      panel, &QFileDialog::filesSelected, panel,
+      [confirmed = std::move(confirmed)](const QStringList& paths) { confirmed(pathsOf(paths)); });
+  panel->open();
+}
+
+// The file manager is asked without waiting for it; where there is none the folder is opened instead.
+bool QtDesktop::reveal(const std::vector<std::string>& paths) {
+  if (paths.empty()) return false;
+  QStringList addresses;
+  for (const std::string& path : paths)
+    addresses << QUrl::fromLocalFile(QFile::decodeName(path.c_str())).toString(QUrl::FullyEncoded);
+  QDBusMessage message = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
+      QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
+  message << addresses << QString();
+  const QDBusConnection bus = QDBusConnection::sessionBus();
+  if (!bus.isConnected()) return QDesktopServices::openUrl(folderOf(paths.front()));
+  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, kFileManagerPatience), qApp);
+  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
+                   [watcher, folder = folderOf(paths.front())] {
+                     if (watcher->isError()) QDesktopServices::openUrl(folder);
+                     watcher->deleteLater();
+                   });
+  return true;
+}
+
+bool QtDesktop::open(const std::string& pathOrAddress) {
+  const bool isPath = !pathOrAddress.empty() && pathOrAddress.front() == '/';
+  return QDesktopServices::openUrl(isPath ? QUrl::fromLocalFile(QFile::decodeName(pathOrAddress.c_str()))
+                                          : QUrl(QString::fromStdString(pathOrAddress)));
+}
+
+void QtDesktop::requestTermination() {
+  QTimer::singleShot(0, qApp, [this] { terminate_(); });
+}
+
+void QtDesktop::makeKeyAndOrderFront(Window& window) {
+  window.show();
+  QWidget* widget = widgetOf(window);
+  if (!widget) return;
+  if (widget->isMinimized())
+    widget->showNormal();
+  else
+    widget->show();
+  widget->raise();
+  widget->activateWindow();
+}
+
+void QtDesktop::orderBack(Window& window) {
+  window.show();
+  QWidget* widget = widgetOf(window);
+  if (!widget) return;
+  widget->setAttribute(Qt::WA_ShowWithoutActivating);
+  widget->show();
+  widget->lower();
+  widget->setAttribute(Qt::WA_ShowWithoutActivating, false);
+}
+
+void QtDesktop::beginSheet(Window& sheet, WindowName parent) {
+  sheet.show(parent);
+  auto* dialog = qobject_cast<QDialog*>(widgetOf(sheet));
+  if (!dialog) return;
+  if (QWidget* window = widgetOf(parent); window && dialog->parentWidget() != window)
+    dialog->setParent(window, Qt::Sheet | Qt::Dialog);
+  dialog->setWindowModality(Qt::WindowModal);
+  dialog->open();
+}
+
+void QtDesktop::endSheet(Window& sheet) {
+  sheet.hide();
+  if (QWidget* widget = widgetOf(sheet)) widget->hide();
+}
+
+const Window* QtDesktop::keyWindow() const {
+  const QWidget* active = QApplication::activeWindow();
+  for (const auto& [window, widget] : widgets_)
+    if (widget == active) return window;
+  return nullptr;
+}
+
+void QtDesktop::focus(Control& control) {
+  QWidget* widget = widgetOf(control.window());
+  auto* field = widget ? widget->findChild<QWidget*>(QString::fromStdString(control.name())) : nullptr;
+  if (!field) return;
+  field->setFocus();
+  if (auto* line = qobject_cast<QLineEdit*>(field)) line->selectAll();
+}
+
+std::optional<std::u16string> QtDesktop::readString() {
+  const QMimeData* data = QApplication::clipboard()->mimeData();
+  if (!data || !data->hasText()) return std::nullopt;
+  return u16String(data->text());
+}
+
+bool QtDesktop::writeString(std::u16string_view text) {
+  QApplication::clipboard()->setText(qString(text));
+  return QApplication::clipboard()->ownsClipboard();
+}
+
+}  // namespace quillet::ui

@@ -1,0 +1,135 @@
+#include "ui/row_delegates.h"
+
+#include <QApplication>
+#include <QPainter>
+
+#include "ui/icons.h"
+#include "ui/table_model.h"
+#include "ui/theme.h"
+
+namespace quillet::ui {
+
+namespace {
+
+constexpr int kIconSize = 20;
+constexpr int kDetailSize = 12;
+constexpr int kBadgeSize = 18;
+
+bool isSelected(const QStyleOptionViewItem& option) {
+  return option.state.testFlag(QStyle::State_Selected);
+}
+
+// Whether the view has the keys; its selection is drawn stronger then.
+bool isActive(const QStyleOptionViewItem& option) {
+  return option.state.testFlag(QStyle::State_Active) && option.widget && option.widget->hasFocus();
+}
+
+void paintBackground(QPainter& painter, const QStyleOptionViewItem& option) {
+  const Colours& colours = coloursOf(option.palette);
+  if (!isSelected(option)) return;
+  painter.fillRect(option.rect, isActive(option) ? colours.selectedFill : colours.selectedRow);
+  if (!isActive(option) && option.viewItemPosition != QStyleOptionViewItem::End)
+    painter.fillRect(QRect(option.rect.topLeft(), QSize(3, option.rect.height())), colours.link);
+}
+
+QColor textColour(const QStyleOptionViewItem& option) {
+  const Colours& colours = coloursOf(option.palette);
+  return isSelected(option) && isActive(option) ? colours.selectedText : colours.text;
+}
+
+QColor detailColour(const QStyleOptionViewItem& option) {
+  const Colours& colours = coloursOf(option.palette);
+  if (!isSelected(option)) return colours.secondary;
+  return isActive(option) ? colours.selectedText : colours.selectedRowDetail;
+}
+
+void paintFocus(QPainter& painter, const QStyleOptionViewItem& option) {
+  if (!option.state.testFlag(QStyle::State_HasFocus) || isSelected(option)) return;
+  painter.setPen(coloursOf(option.palette).link);
+  painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+}
+
+}  // namespace
+
+void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const {
+  painter->save();
+  paintBackground(*painter, option);
+  const QRect rect = option.rect.adjusted(10, 0, -8, 0);
+  const QRect iconRect(rect.left(), rect.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
+  const bool white = isSelected(option) && isActive(option);
+  icon(index.data(TableModel::IconRole).toString(), option.palette)
+      .paint(painter, iconRect, Qt::AlignCenter, white ? QIcon::Selected : QIcon::Normal);
+
+  const QRect texts = rect.adjusted(kIconSize + 12, 0, 0, 0);
+  QFont title = option.font;
+  title.setWeight(QFont::DemiBold);
+  QFont detail = option.font;
+  detail.setPixelSize(kDetailSize);
+  const int titleHeight = QFontMetrics(title).height();
+  const int detailHeight = QFontMetrics(detail).height();
+  const int top = rect.center().y() - (titleHeight + detailHeight) / 2 + 1;
+  const auto paintText = [&](const QFont& font, const QColor& colour, int y, int height,
+                             const QString& text) {
+    painter->setFont(font);
+    painter->setPen(colour);
+    const QString shown = QFontMetrics(font).elidedText(text, Qt::ElideRight, texts.width());
+    painter->drawText(QRect(texts.left(), y, texts.width(), height),
+                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), shown);
+  };
+  paintText(title, textColour(option), top, titleHeight, index.data(Qt::DisplayRole).toString());
+  paintText(detail, detailColour(option), top + titleHeight, detailHeight,
+            index.data(TableModel::DetailRole).toString());
+  paintFocus(*painter, option);
+  painter->restore();
+}
+
+void JobDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                        const QModelIndex& index) const {
+  painter->save();
+  paintBackground(*painter, option);
+  QRect rect = option.rect.adjusted(8, 0, -4, 0);
+  const QString badge = index.data(TableModel::BadgeRole).toString();
+  if (!badge.isEmpty()) {
+    const QRect box(rect.left(), rect.center().y() - kBadgeSize / 2 + 1, kBadgeSize, kBadgeSize);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(badge == QLatin1String("C") ? kClipboardJobBadge : kFileJobBadge);
+    painter->drawRoundedRect(box, 4, 4);
+    QFont bold = option.font;
+    bold.setBold(true);
+    painter->setFont(bold);
+    painter->setPen(Qt::black);
+    painter->drawText(box, Qt::AlignCenter, badge);
+    rect.adjust(kBadgeSize + 8, 0, 0, 0);
+  }
+  painter->setFont(option.font);
+  painter->setPen(textColour(option));
+  painter->drawText(
+      rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
+      option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, rect.width()));
+  paintFocus(*painter, option);
+  painter->restore();
+}
+
+void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  painter->save();
+  const Colours& colours = coloursOf(option.palette);
+  if (index.row() % 2) painter->fillRect(option.rect, colours.alternate);
+  paintBackground(*painter, option);
+  if (index.data(TableModel::MissingRole).toBool()) {
+    painter->setPen(isSelected(option) ? colours.missingSelected : colours.missing);
+    painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
+  } else {
+    painter->setFont(option.font);
+    painter->setPen(textColour(option));
+    const QRect rect = option.rect.adjusted(5, 0, -3, 0);
+    painter->drawText(
+        rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+        option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, rect.width()));
+  }
+  painter->restore();
+}
+
+}  // namespace quillet::ui

@@ -1,0 +1,28 @@
+// How the rows of two kinds of tables are drawn: operations with an icon, a title and a line of detail, and
+// saved jobs with the letter of their kind.
+#pragma once
+
+#include <QStyledItemDelegate>
+
+namespace quillet::ui {
+
+class OperationDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
+
+class JobDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
+
+// A cell of the preview; one that its line does not have gets a thin frame.
+class CellDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+};
+
+}  // namespace quillet::ui

@@ -1,0 +1,63 @@
+// A table view of the house: rows of one height, whole rows selected, a text in the middle while it is empty,
+// and drops between rows that go to the application.
+#pragma once
+
+#include <QString>
+#include <QTableView>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/index_set.h"
+
+class TableView : public QTableView {
+  Q_OBJECT
+  Q_PROPERTY(QString emptyText READ emptyText WRITE setEmptyText)
+
+ public:
+  explicit TableView(QWidget* parent = nullptr);
+
+  const QString& emptyText() const { return emptyText_; }
+  void setEmptyText(const QString& text);
+
+  // The height of every row: the given one, or what the font needs. In logical pixels.
+  void setRowHeight(int height);
+
+  // How rows are dragged, and what is taken. Rows count from 0.
+  struct Drops {
+    QString mimeType;  // of this table's own rows
+    std::function<bool(const QMimeData& data)> accepts;
+    std::function<void(const QMimeData& data, int row)> drop;  // before the row
+  };
+  void setDrops(Drops drops);
+
+  quillet::IndexSet selectedRowIndexes() const;
+
+ signals:
+  void activatedRow(int row);  // by a double click
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void startDrag(Qt::DropActions actions) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void applyRowHeight();
+  int dropRowAt(const QPoint& point) const;
+  void paintDropLine();
+
+  QString emptyText_;
+  int rowHeight_ = 22;
+  Drops drops_;
+  int dropRow_ = -1;
+};
+
+// The rows of one of this process's tables on their way to a drop; nothing for those of another process.
+QMimeData* mimeDataOfRows(const QString& mimeType, const quillet::IndexSet& rows);
+std::optional<quillet::IndexSet> rowsOfMimeData(const QMimeData& data, const QString& mimeType);

@@ -1,0 +1,23 @@
+// Between the application's UTF-16 texts and Qt's, unit by unit.
+#pragma once
+
+#include <QString>
+#include <string>
+#include <string_view>
+
+namespace quillet::ui {
+
+inline QString qString(std::u16string_view text) {
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+}
+
+inline std::u16string u16String(const QString& text) {
+  return {reinterpret_cast<const char16_t*>(text.constData()), static_cast<std::size_t>(text.size())};
+}
+
+// A text of the application for a place where "&" would mark a mnemonic.
+inline QString withoutMnemonics(std::u16string_view text) {
+  return qString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+}  // namespace quillet::ui

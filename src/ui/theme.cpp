@@ -1,0 +1,105 @@
+#include "ui/theme.h"
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QStyle>
+#include <QStyleFactory>
+
+namespace quillet::ui {
+
+namespace {
+
+constexpr int kPortalPatience = 500;  // milliseconds
+constexpr int kPrefersDark = 1;
+
+QColor rgb(QRgb value) {
+  return QColor::fromRgb(value);
+}
+
+const Colours kLight{rgb(0xEEF0F2), rgb(0xFFFFFF), rgb(0xF5F7F9), rgb(0x1F2328), rgb(0x57606A),
+                     rgb(0xB42318), rgb(0x6B7480), rgb(0x1F5FBF), rgb(0x1F5FBF), rgb(0xFFFFFF),
+                     rgb(0x838D98), rgb(0x000000), rgb(0xD5DCE4), rgb(0x57606A), rgb(0xE6E9EC),
+                     rgb(0x57606A), rgb(0x808080), rgb(0xE3E6EA), rgb(0x3B4754)};
+const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), rgb(0xA3ABB5),
+                    rgb(0xFF8A80), rgb(0x8F98A3), rgb(0x7FB0FF), rgb(0x3874D6), rgb(0xFFFFFF),
+                    rgb(0x79838E), rgb(0x000000), rgb(0x3F4751), rgb(0xB4BBC4), rgb(0x2D3137),
+                    rgb(0xA3ABB5), rgb(0x808080), rgb(0xE3E6EA), rgb(0xC3CAD3)};
+
+const char* const kStyleSheet = R"(
+QLabel[role="heading"] { font-weight: 600; }
+QLabel[role="title"] { font-size: 20px; }
+QFrame#actionBar, QFrame#clipboardDataWindowBar { border: none; border-top: 1px solid palette(mid); }
+QPushButton[accent="true"] { background: palette(highlight); color: palette(highlighted-text); border: none;
+  border-radius: 4px; padding: 5px 16px; font-weight: 600; }
+QPushButton[accent="true"]:disabled { background: palette(mid); color: palette(window-text); }
+QPushButton[accent="true"]:focus { border: 2px solid palette(text); padding: 3px 14px; }
+)";
+
+}  // namespace
+
+Scheme schemeOf(const QPalette& palette) {
+  return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness()
+             ? Scheme::Dark
+             : Scheme::Light;
+}
+
+const Colours& coloursOf(Scheme scheme) {
+  return scheme == Scheme::Dark ? kDark : kLight;
+}
+
+const Colours& coloursOf(const QPalette& palette) {
+  return coloursOf(schemeOf(palette));
+}
+
+QPalette paletteOf(Scheme scheme) {
+  const Colours& colours = coloursOf(scheme);
+  QPalette palette(colours.window);
+  palette.setColor(QPalette::Window, colours.window);
+  palette.setColor(QPalette::WindowText, colours.text);
+  palette.setColor(QPalette::Base, colours.base);
+  palette.setColor(QPalette::AlternateBase, colours.alternate);
+  palette.setColor(QPalette::Text, colours.text);
+  palette.setColor(QPalette::Button, scheme == Scheme::Dark ? colours.header : colours.base);
+  palette.setColor(QPalette::ButtonText, colours.text);
+  palette.setColor(QPalette::ToolTipBase, colours.base);
+  palette.setColor(QPalette::ToolTipText, colours.text);
+  palette.setColor(QPalette::PlaceholderText, colours.placeholder);
+  palette.setColor(QPalette::Link, colours.link);
+  palette.setColor(QPalette::Highlight, colours.selectedFill);
+  palette.setColor(QPalette::HighlightedText, colours.selectedText);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+    palette.setColor(QPalette::Disabled, role, colours.placeholder);
+  return palette;
+}
+
+// The desktop portal knows it, where there is one.
+Scheme schemeOfDesktop() {
+  QDBusMessage question = QDBusMessage::createMethodCall(
+      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
+      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
+  question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
+  const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, kPortalPatience);
+  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return Scheme::Light;
+  QVariant value = answer.arguments().constFirst();
+  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
+  return value.toInt() == kPrefersDark ? Scheme::Dark : Scheme::Light;
+}
+
+void applyTheme(QApplication& application, Scheme scheme) {
+  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setPalette(paletteOf(scheme));
+  application.setStyleSheet(QString::fromUtf8(kStyleSheet));
+}
+
+QFont fixedWidthFont() {
+  QFont font;
+  font.setFamilies({QStringLiteral("Monaco"), QStringLiteral("Menlo"), QStringLiteral("DejaVu Sans Mono"),
+                    QStringLiteral("Noto Sans Mono"), QStringLiteral("Consolas")});
+  font.setStyleHint(QFont::Monospace);
+  font.setPixelSize(13);
+  return font;
+}
+
+}  // namespace quillet::ui
