@@ -198,7 +198,7 @@ TEST_F(TableTest, ColumnsThatStayAreNotTold) {
   EXPECT_EQ(told_, 0);
   table_.setColumns({{"Column", u"Title", 10}, {"Second", u"", 0}});
   EXPECT_EQ(told_, 1);
-  EXPECT_EQ(table_.columns().size(), 2u);
+  EXPECT_EQ(table_.columnCount(), 2u);
 }
 
 TEST_F(TableTest, SelectingTellsAChangeAndLeavesOutRowsBeyondIt) {

@@ -4,8 +4,8 @@ namespace quillet {
 
 ClipboardGroup::ClipboardGroup(UserInterface& interface, Window& window, const Desktop& desktop,
                                UserDefaults& defaults)
-    : data_(desktop.pasteboard, window_),
-      window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
+    : window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
+      data_(desktop.pasteboard, window_),
       sheets_(interface, data_, defaults, desktop),
       commands_(data_, defaults, desktop) {}
 

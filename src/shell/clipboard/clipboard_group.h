@@ -38,8 +38,8 @@ class ClipboardGroup final : public ClipboardWorkbench {
   ClipboardTable& table() { return window_.table(); }
 
  private:
+  ClipboardDataWindow window_;  // before the data, which takes it as its display
   ClipboardData data_;
-  ClipboardDataWindow window_;
   ClipboardSheets sheets_;
   ClipboardCommands commands_;
 };
