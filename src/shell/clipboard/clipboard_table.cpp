@@ -117,7 +117,6 @@ void ClipboardTable::mouseDown(std::int64_t row, std::int64_t tableColumn, std::
 }
 
 void ClipboardTable::didClickTableColumn(std::int64_t tableColumn, const ClickModifiers& modifiers) {
-  if (tableColumn < 0 || tableColumn >= static_cast<std::int64_t>(table_.columnCount())) return;
   data_.selection().didClickTableColumn(tableColumn, modifiers, size());
   reload();
 }
