@@ -206,7 +206,8 @@ TEST_F(ClipboardDataTest, AnEmptyTextIsAText) {
 TEST_F(ClipboardDataTest, RefreshTakesAHundredMillionCharactersAndNotOneMore) {
   refresh(std::u16string(100'000'000, u'x'));
   EXPECT_EQ(data_.clipboardDataString().size(), 100'000'000u);
-  pasteboard_.text->assign(100'000'001, u'y');
+  pasteboard_.text->front() = u'y';
+  pasteboard_.text->push_back(u'y');
   data_.refreshDataFromClipboard();
   EXPECT_EQ(events_, (Events{"read",
                              "alert Too many characters|This app is limited to 100000000 characters.\n"
@@ -582,11 +583,11 @@ TEST_F(ClipboardDataTest, AnOperationActsOnTheListOfItsRecord) {
       {onList(406, u"2 - 3"), "a|b|c"},
       {onList(406, u""), ""},
       {record(406), ""},
-      {onList(406, u"none"), "a|b|c/d|e|f/g|h|i"},
+      {onList(406, u"2 -"), "a|b|c/d|e|f/g|h|i"},
       {onList(406, u"4 - 9"), "a|b|c/d|e|f/g|h|i"},
       {onList(407, u"1, 3"), "b/e/h"},
       {onList(407, u""), ""},
-      {onList(407, u"none"), "a|b|c/d|e|f/g|h|i"},
+      {onList(407, u","), "a|b|c/d|e|f/g|h|i"},
       {onList(414, u"3"), "a|b|c/g|h|i/d|e|f"},
       {onList(412, u"3"), "a|c|b/d|f|e/g|i|h"},
       {onList(414, u""), "a|b|c/d|e|f/g|h|i"},
