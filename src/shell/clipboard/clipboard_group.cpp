@@ -6,7 +6,7 @@ ClipboardGroup::ClipboardGroup(UserInterface& interface, Window& window, const D
                                UserDefaults& defaults)
     : window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
       data_(desktop.pasteboard, window_),
-      sheets_(interface, data_, defaults, desktop),
+      sheets_(interface, {data_, window_, window, defaults, desktop.windows}),
       commands_(data_, defaults, desktop) {}
 
 void ClipboardGroup::addCommandsTo(Commands& commands) {
