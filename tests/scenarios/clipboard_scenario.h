@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 
 #include "scenarios/drive_session.h"
 
@@ -28,7 +29,26 @@ class ClipboardScenario : public Scenario {
   bool undo() { return done("undo")["done"]; }
   bool redo() { return done("redo")["done"]; }
 
+  json choose(const std::string& action, json arguments = json::object()) {
+    arguments["action"] = action;
+    return done("menu", std::move(arguments));
+  }
+  void showClipboardDataWindow() { choose("clipboardDataWindowMenuItemClicked"); }
+
+  // They add to the selection; rows and columns of the grid, from 0.
+  void selectLine(int row) { done("click", {{"row", row}, {"column", 0}, {"command", true}}); }
+  void selectColumn(int column) { done("headerClick", {{"column", column + 1}, {"command", true}}); }
+  void selectCell(int row, int column) {
+    done("click", {{"row", row}, {"column", column + 1}, {"command", true}});
+  }
+
   json window() { return done("clipboardDataWindow"); }
+  json operations() { return window()["operations"]; }
+  // Null when nothing was performed since the last Refresh.
+  json lastOperation() {
+    const json all = operations();
+    return all.empty() ? json() : all.back();
+  }
   // Rows between "/", cells between "|".
   std::string grid() {
     std::string result;
