@@ -33,9 +33,8 @@ MainWindows::MainWindows(UserInterface& interface)
       previousJobs(interface, nameOf(WindowName::PreviousJobs), localized(u"Previous Jobs")),
       preferences(interface, nameOf(WindowName::Preferences), localized(u"Preferences")) {}
 
-AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
-                         std::shared_ptr<const Folders> folders, std::shared_ptr<UserDefaults> defaults,
-                         std::shared_ptr<MainThread> mainThread)
+AppDelegate::AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
+                         std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread)
     : alerts_(desktop.alerts),
       windowServer_(desktop.windows),
       shared_(newState(std::move(folders), std::move(defaults), std::move(mainThread))),
@@ -57,19 +56,19 @@ AppDelegate::AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard,
                  [this] { computePreview(); }),
       fileCommands_(windows_.main, {inputFileList_, fileSelection_, previewPanel_, rightSide_,
                                     operationTable_, desktop.alerts, desktop.panels, desktop.workspace}),
-      clipboardDataWindow_(windows_.clipboardData, windowServer_, clipboard),
+      clipboard_(interface_, windows_.clipboardData, desktop, *shared_.defaults),
       preferencesWindow_(windows_.preferences, windowServer_, *shared_.defaults),
       helpCommands_(desktop.alerts, desktop.workspace),
       menuValidation_(
-          {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard, windowServer_}),
+          {*shared_.log, *shared_.state, *shared_.files, fileSelection_, clipboard_, windowServer_}),
       sessionWindows_({windows_.main, windows_.clipboardData, windows_.previousJobs}, windowServer_,
-                      clipboard, *shared_.defaults),
+                      clipboard_, *shared_.defaults),
       previousJobsWindow_(
           interface_, windows_.previousJobs,
-          {database_, *shared_.files, fileSelection_, clipboard, *shared_.state, desktop.alerts,
+          {database_, *shared_.files, fileSelection_, clipboard_, *shared_.state, desktop.alerts,
            desktop.windows, [this] { operationTable_.reloadTable(); }, [this] { computePreview(); }}),
       saveJobWindow_(interface_, windows_.main,
-                     {database_, *shared_.files, clipboard, *shared_.defaults, desktop.windows},
+                     {database_, *shared_.files, clipboard_, *shared_.defaults, desktop.windows},
                      [this] { previousJobsWindow_.updatePreviousJobsWindowTables(); }),
       operationEditor_(interface_,
                        {*shared_.files, fileSelection_, operationTable_, previewPanel_, statusLine_,
@@ -90,7 +89,7 @@ void AppDelegate::addCommands() {
   statusLine_.addCommandsTo(commands);
   fileCommands_.addCommandsTo(commands);
   commands.add("quilletWindowMenuItemClicked", [this] { windowServer_.makeKeyAndOrderFront(windows_.main); });
-  clipboardDataWindow_.addCommandsTo(commands);
+  clipboard_.addCommandsTo(commands);
   helpCommands_.addCommandsTo(commands);
   jobController_.addCommandsTo(commands);
   logCommands_.addCommandsTo(commands);

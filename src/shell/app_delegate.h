@@ -12,8 +12,7 @@
 #include <vector>
 
 #include "engine/job_engine.h"
-#include "shell/clipboard_data_window.h"
-#include "shell/clipboard_workbench.h"
+#include "shell/clipboard/clipboard_group.h"
 #include "shell/desktop.h"
 #include "shell/file_commands.h"
 #include "shell/file_selection.h"
@@ -50,9 +49,8 @@ struct MainWindows {
 
 class AppDelegate {
  public:
-  // mainThread is closed by the destructor and serves this application alone. clipboard outlives the
-  // application.
-  AppDelegate(const Desktop& desktop, ClipboardWorkbench& clipboard, std::shared_ptr<const Folders> folders,
+  // mainThread is closed by the destructor and serves this application alone.
+  AppDelegate(const Desktop& desktop, std::shared_ptr<const Folders> folders,
               std::shared_ptr<UserDefaults> defaults, std::shared_ptr<MainThread> mainThread);
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
@@ -88,7 +86,7 @@ class AppDelegate {
   OutputFolder& outputFolder() { return outputFolder_; }
   LogCommands& logCommands() { return logCommands_; }
   JobController& jobController() { return jobController_; }
-  ClipboardDataWindow& clipboardDataWindow() { return clipboardDataWindow_; }
+  ClipboardGroup& clipboard() { return clipboard_; }
   PreviousJobsWindow& previousJobsWindow() { return previousJobsWindow_; }
   OperationEditor& operationEditor() { return operationEditor_; }
 
@@ -116,7 +114,7 @@ class AppDelegate {
   JobController jobController_;
   RightSide rightSide_;
   FileCommands fileCommands_;
-  ClipboardDataWindow clipboardDataWindow_;
+  ClipboardGroup clipboard_;
   PreferencesWindow preferencesWindow_;
   HelpCommands helpCommands_;
   MenuValidation menuValidation_;

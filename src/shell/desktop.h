@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "clipboard/pasteboard.h"
+
 namespace quillet {
 
 class Control;
@@ -34,6 +36,17 @@ class Alerts {
   // The same with the title "Error".
   void showErrorAlert(std::u16string_view message);
   void showErrorAlertInWindow(std::u16string_view message, WindowName window);
+};
+
+class Prompts {
+ public:
+  virtual ~Prompts() = default;
+
+  // Asks for one line of text in a sheet with OK and Cancel; the field holds text at first. Calls confirmed,
+  // now or later, with what the field holds when OK is pressed; a cancelled prompt calls nothing. info may be
+  // empty.
+  virtual void askForText(std::u16string_view prompt, std::u16string_view info, std::u16string_view text,
+                          WindowName window, std::function<void(const std::u16string& text)> confirmed) = 0;
 };
 
 class Panels {
@@ -88,10 +101,12 @@ class ApplicationControl {
 // One of each. All outlive the application.
 struct Desktop {
   Alerts& alerts;
+  Prompts& prompts;
   Panels& panels;
   Workspace& workspace;
   ApplicationControl& application;
   WindowServer& windows;
+  Pasteboard& pasteboard;
 };
 
 }  // namespace quillet

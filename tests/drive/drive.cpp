@@ -28,9 +28,7 @@ AppDelegate& Drive::application() {
   // Read anew: the file may have been changed from outside since a command asked for the settings.
   defaults_ = std::make_shared<UserDefaults>(folders_->defaultsFile());
   mainThread_ = std::make_shared<MainThread>();
-  workbench_ = std::make_unique<ScriptedWorkbench>();
-  application_ =
-      std::make_unique<AppDelegate>(desktop_.desktop(), *workbench_, folders_, defaults_, mainThread_);
+  application_ = std::make_unique<AppDelegate>(desktop_.desktop(), folders_, defaults_, mainThread_);
   runCounts_.push_back(application_->jobController().runsGoingOn());
   return *application_;
 }
@@ -38,11 +36,6 @@ AppDelegate& Drive::application() {
 AppDelegate& Drive::launchedApplication() {
   if (!launched_) throw CommandError("the application is not launched");
   return *application_;
-}
-
-ClipboardWorkbench& Drive::clipboard() {
-  launchedApplication();
-  return *workbench_;
 }
 
 void Drive::launch() {

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "drive/scripted_desktop.h"
-#include "drive/scripted_workbench.h"
 #include "platform/folders.h"
 #include "platform/user_defaults.h"
 #include "shell/app_delegate.h"
@@ -49,7 +48,6 @@ class Drive {
   AppDelegate& application();
   // Throws CommandError before launch and after termination.
   AppDelegate& launchedApplication();
-  ClipboardWorkbench& clipboard();  // of the launched application; throws CommandError as above
   void launch();                    // throws CommandError when it was launched already
   void terminate();
 
@@ -64,7 +62,6 @@ class Drive {
   ScriptedDesktop desktop_;
   std::shared_ptr<UserDefaults> defaults_;
   std::shared_ptr<MainThread> mainThread_;
-  std::unique_ptr<ScriptedWorkbench> workbench_;  // of this application
   std::unique_ptr<AppDelegate> application_;
   bool launched_ = false;
   std::vector<std::shared_ptr<RunCount>> runCounts_;  // of all applications so far

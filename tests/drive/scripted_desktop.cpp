@@ -33,7 +33,8 @@ void ScriptedDesktop::takeAnswers(const Arguments& command) {
   if (command.has("panel")) panelAnswer_ = command.paths("panel");
   answer_.reset();
   if (command.has("answer")) answer_ = command.text("answer");
-  command.text("prompt", u"");  // no prompt exists yet; a wrong answer is told all the same
+  promptAnswer_.reset();
+  if (command.has("prompt")) promptAnswer_ = command.text("prompt");
   workspaceFails_ = command.boolean("workspaceFails", false);
 }
 
@@ -66,6 +67,16 @@ void ScriptedDesktop::askInWindow(std::u16string_view title, std::u16string_view
   const auto pressed = std::find(buttons.begin(), buttons.end(), answer_.value_or(u""));
   const std::ptrdiff_t last = std::ssize(buttons) - 1;
   answered(static_cast<std::size_t>(std::min(pressed - buttons.begin(), last)));
+}
+
+void ScriptedDesktop::askForText(std::u16string_view, std::u16string_view, std::u16string_view, WindowName,
+                                 std::function<void(const std::u16string&)> confirmed) {
+  if (promptAnswer_) confirmed(*promptAnswer_);
+}
+
+bool ScriptedDesktop::writeString(std::u16string_view text) {
+  pasteboard_ = text;
+  return true;
 }
 
 void ScriptedDesktop::chooseFiles(std::u16string_view, std::u16string_view, const std::vector<std::string>&,

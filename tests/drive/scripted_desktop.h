@@ -16,10 +16,12 @@
 namespace quillet::drive {
 
 class ScriptedDesktop final : public Alerts,
+                              public Prompts,
                               public Panels,
                               public Workspace,
                               public ApplicationControl,
-                              public WindowServer {
+                              public WindowServer,
+                              public Pasteboard {
  public:
   ScriptedDesktop();  // takes the system log until it goes
   ~ScriptedDesktop() override;
@@ -33,13 +35,15 @@ class ScriptedDesktop final : public Alerts,
   bool terminationRequested() const { return terminationRequested_; }
   void forgetTerminationRequest() { terminationRequested_ = false; }
 
-  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
+  Desktop desktop() { return {*this, *this, *this, *this, *this, *this, *this}; }
 
   void showAlert(std::u16string_view title, std::u16string_view message) override;
   void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) override;
   void askInWindow(std::u16string_view title, std::u16string_view message,
                    const std::vector<std::u16string>& buttons, WindowName window,
                    std::function<void(std::size_t)> answered) override;
+  void askForText(std::u16string_view prompt, std::u16string_view info, std::u16string_view text,
+                  WindowName window, std::function<void(const std::u16string&)> confirmed) override;
   void chooseFiles(std::u16string_view title, std::u16string_view prompt,
                    const std::vector<std::string>& extensions,
                    std::function<void(const std::vector<std::string>&)> confirmed) override;
@@ -56,6 +60,11 @@ class ScriptedDesktop final : public Alerts,
   const Window* keyWindow() const override;
   void focus(Control& control) override { focused_ = &control; }
 
+  std::optional<std::u16string> readString() override { return pasteboard_; }
+  bool writeString(std::u16string_view text) override;
+  // What another program puts on the clipboard; nothing: no text.
+  void setPasteboard(std::optional<std::u16string> text) { pasteboard_ = std::move(text); }
+
   // As a user closes it; the next one that is shown becomes key.
   void closeWindow(Window& window);
   Window* openSheet() const { return sheets_.empty() ? nullptr : sheets_.back(); }  // the latest
@@ -71,8 +80,10 @@ class ScriptedDesktop final : public Alerts,
 
   std::optional<std::vector<std::string>> panelAnswer_;
   std::optional<std::u16string> answer_;
-  std::vector<Window*> order_;   // those that are shown, without sheets; the front one first
-  std::vector<Window*> sheets_;  // those that are shown, in the order of their opening
+  std::optional<std::u16string> promptAnswer_;
+  std::optional<std::u16string> pasteboard_;  // stays from one application to the next
+  std::vector<Window*> order_;                // those that are shown, without sheets; the front one first
+  std::vector<Window*> sheets_;               // those that are shown, in the order of their opening
   std::uint64_t sheetsBegun_ = 0;
   Window* key_ = nullptr;  // of order_
   std::optional<const Window*> pretendedKeyWindow_;

@@ -19,9 +19,7 @@ class AppDelegateTest : public ::testing::Test {
   std::shared_ptr<const Folders> folders_ = std::make_shared<testing::FoldersIn>(root_.path());
   std::shared_ptr<UserDefaults> defaults_ = std::make_shared<UserDefaults>(folders_->defaultsFile());
   testing::RecordingDesktop desktop_;
-  drive::ScriptedWorkbench workbench_;
-  AppDelegate application_{desktop_.desktop(), workbench_, folders_, defaults_,
-                           std::make_shared<MainThread>()};
+  AppDelegate application_{desktop_.desktop(), folders_, defaults_, std::make_shared<MainThread>()};
 };
 
 TEST_F(AppDelegateTest, NamesOfControlsAreUniqueOverAllWindows) {
@@ -125,19 +123,21 @@ TEST_F(AppDelegateTest, LaunchesInItsOrder) {
                         {"LastSelectedFileIndex", 0},
                         {"kLastOpenedWindows", 2},
                         {"kLastKeyWindow", 2}});
+  desktop_.pasteboard = u"text";
   Window& clipboardData = application_.windows().clipboardData;
   std::vector<std::string> seen;
   clipboardData.setObserver([&] {
+    if (!clipboardData.isShown()) return;
     seen.push_back(std::to_string(desktop_.events.size()) + " alert");
     seen.push_back(std::to_string(application_.fileSelection().rows().count()) + " selected");
-    seen.push_back(std::to_string(workbench_.refreshes()) + " refresh");
+    seen.push_back(toUtf8(application_.clipboard().data().clipboardDataString()));
   });
   application_.applicationDidFinishLaunching();
   EXPECT_EQ(desktop_.events, (std::vector<std::string>{"alert Could not setup jobs database|",
                                                        "alert Error getting previous jobs from database|",
                                                        "front clipboardDataWindow"}));
   // The window server has written down its own event when it shows the window.
-  EXPECT_EQ(seen, (std::vector<std::string>{"3 alert", "1 selected", "1 refresh"}));
+  EXPECT_EQ(seen, (std::vector<std::string>{"3 alert", "1 selected", "text"}));
 }
 
 TEST_F(AppDelegateTest, TheDatabaseIsSetUpBeforeFilesAreLoaded) {
@@ -155,8 +155,8 @@ TEST_F(AppDelegateTest, TheDatabaseIsSetUpBeforeFilesAreLoaded) {
   const Writer writer(*folders_->documentsFolder() + "/quillet.db");
   defaults_->setValue("LastOpenedFiles", {"file://" + root_.write("a.txt", "1\n")});
   CountingAlerts alerts;
-  AppDelegate application({alerts, desktop_, desktop_, desktop_, desktop_}, workbench_, folders_, defaults_,
-                          std::make_shared<MainThread>());
+  AppDelegate application({alerts, desktop_, desktop_, desktop_, desktop_, desktop_, desktop_}, folders_,
+                          defaults_, std::make_shared<MainThread>());
   alerts.application = &application;
   application.applicationDidFinishLaunching();
   EXPECT_EQ(alerts.filesAtAlert, 0);

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "drive/scripted_workbench.h"
 #include "shell/app_delegate.h"
 #include "shell/recording_desktop.h"
 #include "support/temporary_folder.h"
@@ -34,7 +33,7 @@ class ApplicationTest : public ::testing::Test {
   AppDelegate& application() {
     if (!application_)
       application_ = std::make_unique<AppDelegate>(
-          desktop_.desktop(), clipboard_, std::make_shared<FoldersIn>(home_.path()),
+          desktop_.desktop(), std::make_shared<FoldersIn>(home_.path()),
           std::make_shared<UserDefaults>(home_.path("defaults.json")), std::make_shared<MainThread>());
     return *application_;
   }
@@ -55,7 +54,6 @@ class ApplicationTest : public ::testing::Test {
   RecordingDesktop desktop_;
 
  private:
-  drive::ScriptedWorkbench clipboard_;
   std::unique_ptr<AppDelegate> application_;
 };
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <set>
 
-#include "drive/scripted_workbench.h"
+#include "shell/scripted_workbench.h"
 #include "shell/recording_desktop.h"
 #include "support/no_folders.h"
 
@@ -34,7 +34,7 @@ class MenuValidationTest : public ::testing::Test {
   JobState state_;
   InputFiles files_;
   FileSelection selection_{main_, files_};
-  drive::ScriptedWorkbench workbench_;
+  testing::ScriptedWorkbench workbench_;
   testing::RecordingDesktop desktop_;
   MenuValidation menus_{{log_, state_, files_, selection_, workbench_, desktop_}};
 };

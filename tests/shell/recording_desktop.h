@@ -16,18 +16,26 @@
 namespace quillet::testing {
 
 class RecordingDesktop final : public Alerts,
+                               public Prompts,
                                public Panels,
                                public Workspace,
                                public ApplicationControl,
-                               public WindowServer {
+                               public WindowServer,
+                               public Pasteboard {
  public:
-  Desktop desktop() { return {*this, *this, *this, *this, *this}; }
+  Desktop desktop() { return {*this, *this, *this, *this, *this, *this, *this}; }
 
   struct FilePanel {
     std::u16string title;
     std::u16string prompt;
     std::vector<std::string> extensions;
     std::function<void(const std::vector<std::string>&)> confirmed;
+  };
+
+  struct Prompt {
+    std::u16string info;
+    std::u16string text;
+    std::function<void(const std::u16string&)> confirmed;
   };
 
   struct Question {
@@ -38,6 +46,9 @@ class RecordingDesktop final : public Alerts,
   std::vector<std::string> events;
   std::optional<FilePanel> filePanel;  // the last one; it stays open for the test to confirm
   std::optional<Question> question;    // the last one; it stays open for the test to answer
+  std::optional<Prompt> prompt;        // the last one; it stays open for the test to confirm
+  std::optional<std::u16string> pasteboard;
+  bool pasteboardFails = false;
   const Window* key = nullptr;
   std::optional<std::vector<std::string>> panelAnswer;  // nothing: cancelled
   bool workspaceFails = false;
@@ -53,14 +64,24 @@ class RecordingDesktop final : public Alerts,
     events.push_back("question " + toUtf8(title));
     question = Question{buttons, std::move(answered)};
   }
-  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+  void askForText(std::u16string_view prompted, std::u16string_view info, std::u16string_view text,
+                  WindowName window, std::function<void(const std::u16string&)> confirmed) override {
+    events.push_back("prompt on " + nameOf(window) + " " + toUtf8(prompted));
+    prompt = Prompt{std::u16string(info), std::u16string(text), std::move(confirmed)};
+  }
+  std::optional<std::u16string> readString() override { return pasteboard; }
+  bool writeString(std::u16string_view text) override {
+    if (!pasteboardFails) pasteboard = text;
+    return !pasteboardFails;
+  }
+  void chooseFiles(std::u16string_view title, std::u16string_view prompted,
                    const std::vector<std::string>& extensions,
                    std::function<void(const std::vector<std::string>&)> confirmed) override {
-    filePanel = FilePanel{std::u16string(title), std::u16string(prompt), extensions, std::move(confirmed)};
+    filePanel = FilePanel{std::u16string(title), std::u16string(prompted), extensions, std::move(confirmed)};
   }
-  void chooseFolder(std::u16string_view title, std::u16string_view prompt,
+  void chooseFolder(std::u16string_view title, std::u16string_view prompted,
                     std::function<void(const std::vector<std::string>&)> confirmed) override {
-    events.push_back("panel " + toUtf8(title) + "|" + toUtf8(prompt));
+    events.push_back("panel " + toUtf8(title) + "|" + toUtf8(prompted));
     if (panelAnswer) confirmed(*panelAnswer);
   }
   bool reveal(const std::vector<std::string>& paths) override {

@@ -1,9 +1,9 @@
-// A clipboard data window without a grid: it remembers what it was told to perform.
+// A clipboard workbench without a grid, for one test: it remembers what it was told to perform.
 #pragma once
 
 #include "shell/clipboard_workbench.h"
 
-namespace quillet::drive {
+namespace quillet::testing {
 
 class ScriptedWorkbench final : public ClipboardWorkbench {
  public:
@@ -23,4 +23,4 @@ class ScriptedWorkbench final : public ClipboardWorkbench {
   Content content_;
 };
 
-}  // namespace quillet::drive
+}  // namespace quillet::testing
