@@ -44,6 +44,10 @@ class ClipboardRow {
     const std::size_t start = column ? ends[column - 1] : 0;
     return {unitsOf(block_) + start, ends[column] - start};
   }
+  // All cells one after the other; holds as long as a cell does.
+  std::u16string_view text() const {
+    return block_ ? std::u16string_view(unitsOf(block_), lengthInUnits()) : std::u16string_view();
+  }
   // Of all cells together.
   std::size_t lengthInUnits() const {
     return block_ && block_->storedCells ? endsOf(block_)[block_->storedCells - 1] : 0;

@@ -1,8 +1,8 @@
 #include "clipboard/grid_text.h"
 
-#include <algorithm>
 #include <vector>
 
+#include "platform/simd_blocks.h"
 #include "platform/text_buffer.h"
 #include "platform/text_search.h"
 #include "text/field_splitter.h"
@@ -28,13 +28,20 @@ LineEnds lineEndsIn(std::u16string_view text, std::u16string_view separator) {
   return result;
 }
 
-std::size_t quotesIn(const ClipboardRow& row) {
-  std::ptrdiff_t count = 0;
-  for (std::size_t column = 0; column < row.cellCount(); ++column) {
-    const std::u16string_view cell = row.cell(column);
-    count += std::count(cell.begin(), cell.end(), kQuote[0]);
-  }
-  return static_cast<std::size_t>(count);
+// How many the line has if that is too many, otherwise 0. Of a line without its right separator there can be
+// so many that one must not collect them.
+std::size_t tooManyColumns(std::u16string_view line, const FieldSplitter& splitter) {
+  if (line.size() < kMostColumns) return 0;
+  const std::size_t count = splitter.fieldCount(line);
+  return count > kMostColumns ? count : 0;
+}
+
+std::size_t quotesIn(std::u16string_view text) {
+  std::size_t count = 0;
+  for (std::size_t at = simd::findUnit(text, kQuote[0], 0); at < text.size();
+       at = simd::findUnit(text, kQuote[0], at + 1))
+    ++count;
+  return count;
 }
 
 // At least what the joined text takes, and more only where a quote is not doubled.
@@ -45,7 +52,7 @@ std::size_t joinedLengthInUnits(const ClipboardGrid& grid, std::u16string_view l
   grid.forEachRow([&](const ClipboardRow& row) {
     if (row.cellCount() == 0) return;
     length += row.lengthInUnits() + (row.cellCount() - 1) * columnSeparator.size();
-    if (addQuotes) length += row.cellCount() * 2 * kQuote.size() + quotesIn(row);
+    if (addQuotes) length += row.cellCount() * 2 * kQuote.size() + quotesIn(row.text());
   });
   return length;
 }
@@ -65,11 +72,12 @@ SplitText splitText(std::u16string_view text, std::u16string_view lineSeparator,
   for (std::size_t line = 0; line < ends.lineCount; ++line) {
     const bool isLast = line == ends.separators.size();
     const std::size_t end = isLast ? text.size() : ends.separators[line].location;
+    const std::u16string_view lineText = text.substr(start, end - start);
+    if (const std::size_t count = tooManyColumns(lineText, splitter))
+      return {SplitText::Result::TooManyColumns, rows.take(), count, line + 1};
     cells.clear();
     arena.reset();
-    splitter.split(text.substr(start, end - start), cells, arena);
-    if (cells.size() > kMostColumns)
-      return {SplitText::Result::TooManyColumns, rows.take(), cells.size(), line + 1};
+    splitter.split(lineText, cells, arena);
     rows.append(ClipboardRow(cells));
     if (!isLast) start = ends.separators[line].end();
   }

@@ -126,6 +126,16 @@ TEST(SplitText, TellsOfTooManyColumnsInTheFirstLine) {
   EXPECT_EQ(split.grid.rowCount(), 0u);
 }
 
+TEST(SplitText, CountsVeryManyColumns) {
+  const std::u16string text = times(5'000'000, u"\"\",");
+  for (const bool removeQuotes : {false, true}) {
+    const SplitText split = splitText(text, u"\n", u",", removeQuotes);
+    EXPECT_EQ(split.result, Result::TooManyColumns);
+    EXPECT_EQ(split.count, 5'000'001u);
+    EXPECT_EQ(split.lineNumber, 1u);
+  }
+}
+
 TEST(SplitText, DoesNotCountQuotedSeparatorsAsColumns) {
   const std::u16string text = u"\"" + times(kMostColumns, u",") + u"\",b";
   const SplitText split = splitText(text, u"\n", u",", true);
