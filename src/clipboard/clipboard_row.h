@@ -47,6 +47,10 @@ class ClipboardRow {
     if (position >= block_->storedCells) return {};
     return textAt(position);
   }
+  // All cells one after the other; holds as long as a cell does.
+  std::u16string_view text() const {
+    return block_ ? std::u16string_view(unitsOf(block_), lengthInUnits()) : std::u16string_view();
+  }
   // Of all cells together.
   std::size_t lengthInUnits() const {
     return block_ && block_->storedCells ? endsOf(block_)[block_->storedCells - 1] : 0;

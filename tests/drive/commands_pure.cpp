@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "clipboard/cell_statistics.h"
+#include "clipboard/cell_trim.h"
 #include "clipboard/field_value.h"
 #include "drive/command_table.h"
 #include "drive/index_set_steps.h"
@@ -308,6 +309,14 @@ json skipLine(Drive&, const Arguments& arguments) {
   return {{"skipped", !lineAfter(OpSkipLine, arguments)}};
 }
 
+// Cell operations: the record says all but the code.
+
+json trimmedCell(Drive&, const Arguments& arguments) {
+  TextArena arena;
+  const std::u16string text = arguments.text("text");
+  return {{"text", jsonText(CellTrimmer(arguments.operation("operation")).trimmed(text, arena))}};
+}
+
 // Records and names.
 
 json defaultRecords(Drive& drive, const Arguments& arguments) {
@@ -400,6 +409,7 @@ constexpr Command kOperations[] = {
     {"trimLine", changedLine<OpTrimLine>},
     {"replaceLine", changedLine<OpReplaceLine>},
     {"skipLine", skipLine},
+    {"trimCell", trimmedCell},
     {"stringForFileDetails", fileDetails},
     {"stringForJobDetails", jobDetails},
     {"defaultOperations", defaultRecords},
