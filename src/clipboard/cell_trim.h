@@ -2,15 +2,12 @@
 // ends loses only its end, which is meant.
 #pragma once
 
-#include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "operations/operation_record.h"
-#include "platform/character_set.h"
-#include "platform/regular_expression.h"
-#include "platform/text_search.h"
+#include "operations/text_trim.h"
+#include "platform/text_buffer.h"
 
 namespace quillet {
 
@@ -19,20 +16,14 @@ class CellTrimmer {
  public:
   explicit CellTrimmer(const OperationRecord& operation);
 
-  // A part of the text, or a text that holds until the next call.
-  std::u16string_view trimmed(std::u16string_view text);
+  // A part of the text, or a text in the arena.
+  std::u16string_view trimmed(std::u16string_view text, TextArena& arena);
 
  private:
-  std::optional<TextRange> matchAt(std::u16string_view text, const TextSearcher& searcher, bool end) const;
-
-  std::int64_t trimType_;
-  bool fromStart_;
-  bool fromEnd_;
-  TextSearcher atStart_;
-  TextSearcher atEnd_;
-  CharacterSet set_;
-  std::optional<RegularExpression> expression_;
-  std::u16string scratch_;
+  // Each trims one end only; that of the start also takes the matches of a regular expression, which may lie
+  // anywhere. Nothing where the operation asks for none.
+  std::optional<TextTrimmer> atStart_;
+  std::optional<TextTrimmer> atEnd_;
 };
 
 }  // namespace quillet

@@ -17,10 +17,6 @@ namespace {
 constexpr int kInformation = 0;
 constexpr int kError = 2;
 
-std::u16string firstDescription(const OperationRecord& record) {
-  return descriptionForOperation(record, nullptr, nullptr)[0];
-}
-
 ClipboardGrid gridOfOneCell(std::u16string_view text) {
   GridBuilder rows;
   rows.append(ClipboardRow({&text, 1}));
@@ -195,7 +191,7 @@ void ClipboardData::editCell(const OperationRecord& record) {
 // Undo.
 
 void ClipboardData::registerUndo(const OperationRecord& record) {
-  undoManager_.registerUndo(firstDescription(record),
+  undoManager_.registerUndo(labelOfOperation(record.code()),
                             [this, record] { undoPerformClipboardDataOperation(record); });
 }
 
@@ -207,7 +203,7 @@ void ClipboardData::undoPerformClipboardDataOperation(const OperationRecord& rec
   if (operation.rebuildsColumnsAfterUndo) display_.resizeClipboardTableViewColumns();
   if (operation.shownAfterUndo != ShownAfterUndo::Unchanged)
     display_.updateClipboardDataWindowTextColumns(operation.shownAfterUndo == ShownAfterUndo::Grid);
-  undoManager_.registerUndo(firstDescription(record),
+  undoManager_.registerUndo(labelOfOperation(record.code()),
                             [this, record] { performClipboardDataOperationWithUndo(record); });
 }
 

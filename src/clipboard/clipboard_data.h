@@ -38,7 +38,8 @@ class ClipboardData {
   void updateClipboardDataWindowStatusLabel(std::int64_t code);
 
   const ClipboardGrid& clipboardDataArray() const { return grid_; }
-  // What Split reads and Join writes; "" before the first Refresh.
+  // What Split reads and Join writes. There is none before the first Refresh or Join; it reads as "" then.
+  bool hasClipboardDataString() const { return text_ != nullptr; }
   const std::u16string& clipboardDataString() const;
   // In the order performed since the last Refresh.
   const OperationList& clipboardDataOperationsArray() const { return operations_; }
@@ -64,7 +65,7 @@ class ClipboardData {
 
   Pasteboard& pasteboard_;
   ClipboardDisplay& display_;
-  Text text_;     // null before the first Refresh
+  Text text_;     // null when there is none yet
   Text oldText_;  // as read by the last Refresh; nothing else reads it
   ClipboardGrid grid_;
   ClipboardGrid oldGrid_;  // before the last operation

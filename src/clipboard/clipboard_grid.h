@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -59,6 +60,11 @@ class GridBuilder {
   // The rows [first, end) of the grid; those that it does not have are left out.
   void append(const ClipboardGrid& grid, std::size_t first, std::size_t end);
 
+  // All rows of the grid. Those with more cells than that are replaced by what rebuild(row, RowBuilder&) puts
+  // together; chunks without such a row are shared.
+  template <typename Rebuild>
+  void appendWithLongerRowsRebuilt(const ClipboardGrid& grid, std::size_t cellCount, Rebuild rebuild);
+
   std::size_t rowCount() const { return grid_.rowCount_ + open_.size(); }
 
   // The grid; the builder starts anew.
@@ -75,6 +81,26 @@ class GridBuilder {
   std::vector<ClipboardRow> open_;
 };
 
+template <typename Rebuild>
+void GridBuilder::appendWithLongerRowsRebuilt(const ClipboardGrid& grid, std::size_t cellCount,
+                                              Rebuild rebuild) {
+  RowBuilder builder;
+  for (const auto& chunk : grid.chunks_) {
+    if (chunk->width <= cellCount) {
+      appendWhole(chunk);
+      continue;
+    }
+    for (const ClipboardRow& row : chunk->rows) {
+      if (row.cellCount() <= cellCount) {
+        append(row);
+      } else {
+        rebuild(row, builder);
+        append(builder.take());
+      }
+    }
+  }
+}
+
 // The grid with each row replaced by what rebuild(row, RowBuilder&) has put together.
 template <typename Rebuild>
 ClipboardGrid withRowsRebuilt(const ClipboardGrid& grid, Rebuild rebuild) {
@@ -84,6 +110,14 @@ ClipboardGrid withRowsRebuilt(const ClipboardGrid& grid, Rebuild rebuild) {
     rebuild(row, builder);
     rows.append(builder.take());
   });
+  return rows.take();
+}
+
+// The same for the rows with more cells than that; the others are shared.
+template <typename Rebuild>
+ClipboardGrid withLongerRowsRebuilt(const ClipboardGrid& grid, std::size_t cellCount, Rebuild rebuild) {
+  GridBuilder rows;
+  rows.appendWithLongerRowsRebuilt(grid, cellCount, rebuild);
   return rows.take();
 }
 

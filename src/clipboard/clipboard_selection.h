@@ -40,10 +40,12 @@ class ClipboardSelection {
 
   // False, and the focus stays, for a cell outside the table.
   bool moveFocusToRow(std::int64_t row, std::int64_t column, const GridTableSize& table);
+  // A key moves the focus to where it may go, or not at all; nothing has to be drawn then.
   Next keyDown(GridKey key, bool shift, bool alternate, const GridTableSize& table);
 
-  // One event of the mouse with its click count: a double click is a click of 1, then one of 2. After a
-  // double click on a cell the selection has changed, too.
+  // One event of the mouse with its click count: a double click is a click of 1, then one of 2, and on a row
+  // number it toggles twice. After a double click on a cell the selection has changed, too. A row or column
+  // of -1 does nothing.
   Next mouseDown(std::int64_t row, std::int64_t tableColumn, std::int64_t clickCount,
                  const ClickModifiers& modifiers);
   void didClickTableColumn(std::int64_t tableColumn, const ClickModifiers& modifiers,
@@ -56,6 +58,7 @@ class ClipboardSelection {
   bool isSelected(std::int64_t tag) const;
   static bool isEmpty(std::int64_t tag, const ClipboardGrid& grid);  // the cell is missing; never for -1
   static bool isFocused(std::int64_t) { return false; }              // the focus is not drawn, which is meant
+  // Of whole rows and columns. Both end at the number of rows, which is meant.
   bool isSelectedRow(std::int64_t row, const GridTableSize& table) const;
   bool isSelectedColumn(std::int64_t column, const GridTableSize& table) const;
 
@@ -63,6 +66,7 @@ class ClipboardSelection {
   Next plainClick(std::int64_t row, std::int64_t tableColumn, bool doubleClick);
   Next commandClick(std::int64_t row, std::int64_t tableColumn);
   Next shiftClick(std::int64_t row, std::int64_t tableColumn);
+  void clickDataColumn(std::int64_t column, const ClickModifiers& modifiers);
 
   TwoDimensionalMutableIndexSet selected2DIndexSet_;
   std::int64_t focusedRowIndex_ = -1;

@@ -1,4 +1,5 @@
-// Leaving out rows and columns of the grid. Indexes beyond it are passed over.
+// Leaving out rows and columns of the grid. Indexes beyond it are passed over; an empty set leaves the grid
+// as it is.
 #pragma once
 
 #include "clipboard/clipboard_grid.h"

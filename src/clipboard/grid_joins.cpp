@@ -1,3 +1,69 @@
 #include "clipboard/grid_joins.h"
 
-namespace quillet {}  // namespace quillet
+namespace quillet {
+
+namespace {
+
+constexpr std::int64_t kSmallestGroup = 2;
+
+std::size_t cappedGroupSize(std::int64_t groupSize, std::size_t count) {
+  return std::min(static_cast<std::size_t>(groupSize), count);
+}
+
+// Every groupSize-th cell of the row, from the column on; cellCount cells in all.
+ClipboardRow everyNthCell(const ClipboardRow& row, std::size_t column, std::size_t groupSize,
+                          std::size_t cellCount) {
+  const auto forEachFilledCell = [&](auto visit) {
+    std::size_t position = 0;
+    for (std::size_t i = column; i < row.endOfTexts(); i += groupSize, ++position)
+      if (const auto text = row.cell(i); !text.empty()) visit(position, text);
+  };
+  RowSize size{.cellCount = cellCount};
+  forEachFilledCell([&](std::size_t i, std::u16string_view text) { size.addFilledCell(i, text.size()); });
+  RowWriter writer(size);
+  forEachFilledCell([&](std::size_t i, std::u16string_view text) { writer.write(i, text); });
+  return writer.take();
+}
+
+}  // namespace
+
+ClipboardGrid joinConsecutiveRows(const ClipboardGrid& grid, std::int64_t groupSize) {
+  if (groupSize < kSmallestGroup) return grid;
+  const std::size_t rowsInGroup = cappedGroupSize(groupSize, grid.rowCount());
+  GridBuilder joined;
+  RowBuilder builder;
+  std::size_t rowsInBuilder = 0;
+  const auto takeGroup = [&] {
+    joined.append(builder.take());
+    rowsInBuilder = 0;
+  };
+  grid.forEachRow([&](const ClipboardRow& row) {
+    builder.append(row);
+    if (++rowsInBuilder == rowsInGroup) takeGroup();
+  });
+  if (rowsInBuilder) takeGroup();
+  return joined.take();
+}
+
+ClipboardGrid joinConsecutiveColumns(const ClipboardGrid& grid, std::int64_t groupSize) {
+  if (groupSize < kSmallestGroup) return grid;
+  const std::size_t width = grid.maxRowLength();
+  if (!width) return {};  // transposed there is nothing to join
+  const std::size_t columnsInGroup = cappedGroupSize(groupSize, width);
+  const std::size_t groups = (width + columnsInGroup - 1) / columnsInGroup;
+  RowBuilder builder;
+  builder.appendBlanks(groups);
+  const ClipboardRow blankRow = builder.take();
+  GridBuilder joined;
+  // The first columns of all groups make the first rows, the second columns those below, and so on. Making
+  // the rows in their order keeps them in the order of memory, which is worth the walks over the grid.
+  for (std::size_t k = 0; k < columnsInGroup; ++k) {
+    grid.forEachRow([&](const ClipboardRow& row) {
+      const bool blank = k >= row.endOfTexts();
+      joined.append(blank ? blankRow : everyNthCell(row, k, columnsInGroup, groups));
+    });
+  }
+  return joined.take();
+}
+
+}  // namespace quillet

@@ -20,11 +20,11 @@ namespace quillet {
 class TwoDimensionalMutableIndexSet {
  public:
   TwoDimensionalMutableIndexSet() = default;
-  // Adds what the text form names. There are no errors: what cannot be understood is passed over, and so is a
-  // number below 1.
+  // Adds what the text form names, with "Lines: " and its like in English. There are no errors: what cannot
+  // be understood is passed over, and so is every number below 1.
   explicit TwoDimensionalMutableIndexSet(std::u16string_view cellString);
 
-  // Negative indexes are passed over.
+  // Negative indexes are passed over, and so is the largest integer, which the text form cannot name.
   void addRowIndex(std::int64_t row, std::int64_t column);
   void addInfiniteRowIndex(std::int64_t row);
   void addInfiniteRowIndexesInRange(std::int64_t location, std::int64_t length);
@@ -57,6 +57,8 @@ class TwoDimensionalMutableIndexSet {
   // "1, 3 - 5". A null set gives "".
   static std::u16string stringPlus1FromInfiniteIndexSet(const IndexSet* set);
   std::u16string stringPlus1FromAllIndexes() const;  // cells in ascending order
+
+  bool operator==(const TwoDimensionalMutableIndexSet&) const = default;  // empty entries count
 
  private:
   std::map<std::int64_t, IndexSet> rowIndexDictionary_;

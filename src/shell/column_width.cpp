@@ -16,10 +16,8 @@ int tableViewSizeToFitWidthOfColumn(const Table& table, std::size_t column, std:
   int width = kLeastWidth;
   const std::size_t first = std::min(firstRowInSight, table.rowCount());
   const std::size_t count = std::min(rowsInSight, table.rowCount() - first);
-  for (std::size_t row = first; row < first + count; ++row) {
-    const Table::Row cells = table.row(row);
-    if (column < cells.size()) width = std::max(width, textWidth(cells[column]) + kAroundText);
-  }
+  for (std::size_t row = first; row < first + count; ++row)
+    width = std::max(width, textWidth(table.cell(row, column)) + kAroundText);
   return width;
 }
 

@@ -121,15 +121,41 @@ Table::Table(Window& window, std::string name, Source source, std::vector<Column
       source_(std::move(source)),
       columns_(std::move(columns)) {}
 
+std::u16string Table::cell(std::size_t row, std::size_t column) const {
+  if (source_.cell) return source_.cell(row, column);
+  Row texts = source_.row(row);
+  return column < texts.size() ? std::move(texts[column]) : std::u16string();
+}
+
+Table::Column Table::column(std::size_t column) const {
+  if (!columnRule_) return columns_[column];
+  Column result = columnRule_(column);
+  if (const auto width = widthsByUser_.find(column); width != widthsByUser_.end())
+    result.width = width->second;
+  return result;
+}
+
 void Table::setColumns(std::vector<Column> columns) {
-  if (columns == columns_) return;
+  if (!columnRule_ && columns == columns_) return;
   columns_ = std::move(columns);
+  columnRule_ = nullptr;
+  changed();
+}
+
+void Table::setColumns(std::size_t count, ColumnRule rule) {
+  ruledColumnCount_ = count;
+  columnRule_ = std::move(rule);
+  widthsByUser_.clear();
   changed();
 }
 
 // What shows the table has the width already.
 void Table::userResizesColumn(std::size_t column, int width) {
-  if (column < columns_.size()) columns_[column].width = width;
+  if (column >= columnCount()) return;
+  if (columnRule_)
+    widthsByUser_[column] = width;
+  else
+    columns_[column].width = width;
 }
 
 std::int64_t Table::selectedRow() const {

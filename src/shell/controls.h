@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -178,12 +179,17 @@ class TextView final : public Control {
 
 // Rows are asked from the source when they are shown. Which are selected is held by the table, by index: it
 // stays when the rows change, but for rows that are gone.
+//
+// Columns are a list; or, where there can be millions, a count and a rule that makes the one that is asked
+// for.
 class Table final : public Control {
  public:
   using Row = std::vector<std::u16string>;  // the texts of one row
   struct Source {
     std::function<std::size_t()> rowCount;
     std::function<Row(std::size_t row)> row;
+    // One text of a row, where making all of them costs more; "" beyond the row. May be missing.
+    std::function<std::u16string(std::size_t row, std::size_t column)> cell = {};
   };
   struct Column {
     std::string identifier;
@@ -193,6 +199,7 @@ class Table final : public Control {
     bool fillsTable = false;  // takes what the table has left, too
     bool operator==(const Column&) const = default;
   };
+  using ColumnRule = std::function<Column(std::size_t column)>;
   enum class Tell { No, Yes };
 
   Table(Window& window, std::string name, Source source, std::vector<Column> columns = {},
@@ -201,8 +208,14 @@ class Table final : public Control {
 
   std::size_t rowCount() const { return source_.rowCount(); }
   Row row(std::size_t row) const { return source_.row(row); }
-  const std::vector<Column>& columns() const { return columns_; }
+  // Of a row that is there; "" for a column beyond it.
+  std::u16string cell(std::size_t row, std::size_t column) const;
+
+  std::size_t columnCount() const { return columnRule_ ? ruledColumnCount_ : columns_.size(); }
+  Column column(std::size_t column) const;  // of those that are there
+  // Columns that are as they were are not told; those by a rule always are. Widths that the user gave go.
   void setColumns(std::vector<Column> columns);
+  void setColumns(std::size_t count, ColumnRule rule);
   void userResizesColumn(std::size_t column, int width);  // nothing beyond the columns
   // What shows the table tells how wide it is, in logical pixels; 0 while nothing does.
   int width() const { return width_; }
@@ -230,7 +243,10 @@ class Table final : public Control {
   void tellSelection() const;
 
   Source source_;
-  std::vector<Column> columns_;
+  std::vector<Column> columns_;  // not used with a rule
+  ColumnRule columnRule_;
+  std::size_t ruledColumnCount_ = 0;
+  std::map<std::size_t, int> widthsByUser_;  // of columns by a rule
   int width_ = 0;
   IndexSet selectedRows_;
   std::function<void()> selectionChanged_;

@@ -64,6 +64,14 @@ std::optional<OperationRecord> operationFromJson(const json& json) {
   return result;
 }
 
+OperationRecord readablePartOfOperation(const json& json) {
+  OperationRecord result;
+  if (!json.is_object()) return result;
+  for (const auto& [key, value] : json.items())
+    if (auto converted = valueFromJson(value)) result.set(key, *std::move(converted));
+  return result;
+}
+
 std::optional<OperationList> operationsFromJson(const json& json) {
   if (!json.is_array()) return std::nullopt;
   OperationList result;

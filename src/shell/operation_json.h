@@ -17,4 +17,7 @@ std::optional<OperationRecord> operationFromJson(const nlohmann::json& json);
 std::optional<OperationList> operationsFromJson(
     const nlohmann::json& json);  // nothing if one record is nothing
 
+// As operationFromJson, but a key with another value is absent; what is not an object is an empty record.
+OperationRecord readablePartOfOperation(const nlohmann::json& json);
+
 }  // namespace quillet

@@ -61,7 +61,8 @@ void PreviewTable::reload() {
 
 std::vector<std::string> PreviewTable::columnIdentifiers() const {
   std::vector<std::string> result;
-  for (const auto& column : table_.columns()) result.push_back(column.identifier);
+  for (std::size_t column = 0; column < table_.columnCount(); ++column)
+    result.push_back(table_.column(column).identifier);
   return result;
 }
 
@@ -76,7 +77,7 @@ PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
     const PreviewStores::Row& stored = lines_[static_cast<std::size_t>(line)];
     cells.insert(cells.end(), stored.begin(), stored.end());
   }
-  cells.resize(table_.columns().size());
+  cells.resize(table_.columnCount());
   return cells;
 }
 

@@ -44,10 +44,14 @@ void forEachBlock(std::u16string_view line, Visit visit) {
 
 }  // namespace
 
-// A field in the making: one piece of the line, or, from the second piece on, a text in the arena.
-class FieldSplitter::Field {
+// The fields, of which the last is in the making: one piece of the line, or, from the second piece on, a text
+// in the arena.
+class FieldSplitter::CollectedFields {
  public:
-  Field(std::u16string_view line, Cells& into, TextArena& arena) : line_(line), into_(into), arena_(arena) {}
+  CollectedFields(std::u16string_view line, Cells& into, TextArena& arena)
+      : line_(line), into_(into), arena_(arena) {}
+
+  void addWhole(std::size_t start, std::size_t end) { into_.push_back(line_.substr(start, end - start)); }
 
   void addPiece(std::size_t start, std::size_t end) {
     if (start == end) return;
@@ -85,6 +89,18 @@ class FieldSplitter::Field {
   std::size_t size_ = 0;
 };
 
+class FieldSplitter::CountedFields {
+ public:
+  void addWhole(std::size_t, std::size_t) { ++count_; }
+  void addPiece(std::size_t, std::size_t) {}
+  void finish() { ++count_; }
+
+  std::size_t count() const { return count_; }
+
+ private:
+  std::size_t count_ = 0;
+};
+
 FieldSplitter::FieldSplitter(std::u16string_view separatorString, std::u16string_view quoteString)
     : separator_(matchable(separatorString)),
       quote_(matchable(quoteString)),
@@ -94,12 +110,25 @@ FieldSplitter::FieldSplitter(std::u16string_view separatorString, std::u16string
 }
 
 void FieldSplitter::split(std::u16string_view line, Cells& into, TextArena& arena) const {
-  if (!plainAscii_) return splitBySequences(line, into, arena);
-  if (!quote_.empty()) return splitQuoted(line, into, arena);
-  splitPlain(line, into);
+  CollectedFields fields(line, into, arena);
+  cut(line, fields);
 }
 
-void FieldSplitter::splitPlain(std::u16string_view line, Cells& into) const {
+std::size_t FieldSplitter::fieldCount(std::u16string_view line) const {
+  CountedFields fields;
+  cut(line, fields);
+  return fields.count();
+}
+
+template <typename Fields>
+void FieldSplitter::cut(std::u16string_view line, Fields& fields) const {
+  if (!plainAscii_) return cutBySequences(line, fields);
+  if (!quote_.empty()) return cutQuoted(line, fields);
+  cutPlain(line, fields);
+}
+
+template <typename Fields>
+void FieldSplitter::cutPlain(std::u16string_view line, Fields& fields) const {
   std::size_t fieldStart = 0;
   if (!separator_.empty()) {
     const char16_t separator = separator_[0];
@@ -107,19 +136,19 @@ void FieldSplitter::splitPlain(std::u16string_view line, Cells& into) const {
       for (std::uint64_t hits = block.equalTo(separator) & inReach; hits; hits &= hits - 1) {
         const std::size_t at = start + static_cast<std::size_t>(std::countr_zero(hits));
         if (!standsAlone(line, at)) continue;
-        into.push_back(line.substr(fieldStart, at - fieldStart));
+        fields.addWhole(fieldStart, at);
         fieldStart = at + 1;
       }
     });
   }
-  into.push_back(line.substr(fieldStart));
+  fields.addWhole(fieldStart, line.size());
 }
 
-void FieldSplitter::splitQuoted(std::u16string_view line, Cells& into, TextArena& arena) const {
+template <typename Fields>
+void FieldSplitter::cutQuoted(std::u16string_view line, Fields& fields) const {
   const char16_t quote = quote_[0];
   const bool hasSeparator = !separator_.empty();
   const char16_t separator = hasSeparator ? separator_[0] : quote;
-  Field field(line, into, arena);
   bool inQuotes = false;
   std::size_t pieceStart = 0;         // of the text that is not yet added to the field
   std::size_t skipped = line.size();  // the second quote of a doubled one
@@ -131,27 +160,27 @@ void FieldSplitter::splitQuoted(std::u16string_view line, Cells& into, TextArena
       if (at == skipped || !standsAlone(line, at)) continue;
       if (line[at] != quote) {
         if (inQuotes) continue;
-        field.addPiece(pieceStart, at);
-        field.finish();
+        fields.addPiece(pieceStart, at);
+        fields.finish();
         pieceStart = at + 1;
       } else if (inQuotes && at + 1 < line.size() && line[at + 1] == quote && standsAlone(line, at + 1)) {
-        field.addPiece(pieceStart, at + 1);
+        fields.addPiece(pieceStart, at + 1);
         skipped = at + 1;
         pieceStart = at + 2;
       } else {
-        field.addPiece(pieceStart, at);
+        fields.addPiece(pieceStart, at);
         pieceStart = at + 1;
         inQuotes = !inQuotes;
       }
     }
   });
-  field.addPiece(pieceStart, line.size());
-  field.finish();
+  fields.addPiece(pieceStart, line.size());
+  fields.finish();
 }
 
 // The rule step by step, for any separator and quote.
-void FieldSplitter::splitBySequences(std::u16string_view line, Cells& into, TextArena& arena) const {
-  Field field(line, into, arena);
+template <typename Fields>
+void FieldSplitter::cutBySequences(std::u16string_view line, Fields& fields) const {
   bool inQuotes = false;
   const auto isAt = [&](std::size_t at, const std::u16string& wanted) {
     return !wanted.empty() && at < line.size() &&
@@ -163,21 +192,21 @@ void FieldSplitter::splitBySequences(std::u16string_view line, Cells& into, Text
     std::size_t next = end;
     if (isAt(at, quote_)) {
       const bool doubled = inQuotes && isAt(end, quote_);
-      field.addPiece(pieceStart, doubled ? end : at);
+      fields.addPiece(pieceStart, doubled ? end : at);
       if (doubled)
         next = end + quote_.size();
       else
         inQuotes = !inQuotes;
       pieceStart = next;
     } else if (!inQuotes && isAt(at, separator_)) {
-      field.addPiece(pieceStart, at);
-      field.finish();
+      fields.addPiece(pieceStart, at);
+      fields.finish();
       pieceStart = end;
     }
     at = next;
   }
-  field.addPiece(pieceStart, line.size());
-  field.finish();
+  fields.addPiece(pieceStart, line.size());
+  fields.finish();
 }
 
 void findFieldsInLine(std::u16string_view line, std::vector<std::u16string>& into,

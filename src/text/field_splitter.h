@@ -25,12 +25,20 @@ class FieldSplitter {
   // Adds the fields to into, at least one. They are views into the line, or into the arena where quotes were
   // taken out of the middle of a field.
   void split(std::u16string_view line, Cells& into, TextArena& arena) const;
+  // How many split would add; takes no memory, for a line that may have very many.
+  std::size_t fieldCount(std::u16string_view line) const;
 
  private:
-  class Field;
-  void splitPlain(std::u16string_view line, Cells& into) const;
-  void splitQuoted(std::u16string_view line, Cells& into, TextArena& arena) const;
-  void splitBySequences(std::u16string_view line, Cells& into, TextArena& arena) const;
+  class CollectedFields;
+  class CountedFields;
+  template <typename Fields>
+  void cut(std::u16string_view line, Fields& fields) const;
+  template <typename Fields>
+  void cutPlain(std::u16string_view line, Fields& fields) const;
+  template <typename Fields>
+  void cutQuoted(std::u16string_view line, Fields& fields) const;
+  template <typename Fields>
+  void cutBySequences(std::u16string_view line, Fields& fields) const;
 
   std::u16string separator_;  // empty when it can never match
   std::u16string quote_;      // the same

@@ -14,14 +14,14 @@ namespace {
   throw CommandError("\"" + std::string(key) + "\" must be " + expected);
 }
 
-std::int64_t integerOf(const json& value, const char* key) {
+}  // namespace
+
+std::int64_t integerFromCommand(const json& value, const char* key) {
   constexpr std::uint64_t kLargest = std::numeric_limits<std::int64_t>::max();
   if (!value.is_number_integer() || (value.is_number_unsigned() && value.get<std::uint64_t>() > kLargest))
     refuse(key, "an integer");
   return value.get<std::int64_t>();
 }
-
-}  // namespace
 
 const json* Arguments::find(const char* key) const {
   const auto found = command_.find(key);
@@ -55,7 +55,7 @@ std::u16string Arguments::text(const char* key, std::u16string_view otherwise) c
 }
 
 std::int64_t Arguments::integer(const char* key) const {
-  return integerOf(value(key), key);
+  return integerFromCommand(value(key), key);
 }
 
 std::int64_t Arguments::integer(const char* key, std::int64_t otherwise) const {
@@ -103,7 +103,7 @@ IndexSet Arguments::indexes(const char* key) const {
   const json& list = value(key);
   if (!list.is_array()) refuse(key, "a list of integers");
   std::vector<std::int64_t> indexes;
-  for (const auto& element : list) indexes.push_back(integerOf(element, key));
+  for (const auto& element : list) indexes.push_back(integerFromCommand(element, key));
   std::sort(indexes.begin(), indexes.end());  // adding at the end of the set is quick
   IndexSet result;
   for (const std::int64_t index : indexes) result.addIndex(index);

@@ -22,6 +22,9 @@ class CommandError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// The key is named in the error.
+std::int64_t integerFromCommand(const json& value, const char* key);
+
 class Arguments {
  public:
   // root: where relative paths are taken from. Both outlive the object.

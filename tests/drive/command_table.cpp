@@ -24,8 +24,8 @@ json parsed(const std::string& line) {
 std::vector<Command> allCommands() {
   std::vector<Command> result;
   for (const auto table :
-       {controlCommands(), fileCommands(), jobCommands(), mainWindowCommands(), operationCommands(),
-        previewCommands(), runCommands(), sessionCommands(), storageCommands()})
+       {clipboardCommands(), controlCommands(), fileCommands(), jobCommands(), mainWindowCommands(),
+        operationCommands(), previewCommands(), runCommands(), sessionCommands(), storageCommands()})
     result.insert(result.end(), table.begin(), table.end());
   return result;
 }

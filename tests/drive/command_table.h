@@ -20,6 +20,7 @@ struct Command {
 
 std::span<const Command> pureOperations();  // of {"do":"call","name":...}
 // Of {"do":...}, by subject.
+std::span<const Command> clipboardCommands();
 std::span<const Command> controlCommands();
 std::span<const Command> fileCommands();
 std::span<const Command> jobCommands();

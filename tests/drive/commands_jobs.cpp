@@ -110,11 +110,6 @@ json restoreOperations(Drive& drive, const Arguments&) {
   return json::object();
 }
 
-json performClipboardDataOperation(Drive& drive, const Arguments& arguments) {
-  drive.launchedApplication().clipboard().performClipboardDataOperation(arguments.operation("operation"));
-  return json::object();
-}
-
 constexpr Command kCommands[] = {
     {"saveJob", saveJob},
     {"searchJobs", searchJobs},
@@ -124,7 +119,6 @@ constexpr Command kCommands[] = {
     {"saveJobName", saveJobName},
     {"deleteJobs", deleteJobs},
     {"restoreOperations", restoreOperations},
-    {"performClipboardDataOperation", performClipboardDataOperation},
 };
 
 }  // namespace

@@ -5,8 +5,11 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
+#include "clipboard/cell_statistics.h"
+#include "clipboard/cell_trim.h"
 #include "clipboard/field_value.h"
 #include "drive/command_table.h"
+#include "drive/index_set_steps.h"
 #include "drive/json_values.h"
 #include "engine/file_settings.h"
 #include "engine/line_operations.h"
@@ -245,6 +248,45 @@ json fieldValue(Drive&, const Arguments& arguments) {
   return {{"value", doubleValueFromFieldValue(arguments.text("text", u""))}};
 }
 
+// The clipboard grid.
+
+ClipboardGrid gridFromCommand(const json& rows) {
+  constexpr const char* kExpected = "\"rows\" must be a list of lists of texts";
+  if (!rows.is_array()) throw CommandError(kExpected);
+  GridBuilder grid;
+  RowBuilder cells;
+  for (const auto& row : rows) {
+    if (!row.is_array()) throw CommandError(kExpected);
+    for (const auto& cell : row) {
+      if (!cell.is_string()) throw CommandError(kExpected);
+      cells.append(toUtf16(cell.get_ref<const std::string&>()));
+    }
+    grid.append(cells.take());
+  }
+  return grid.take();
+}
+
+template <typename Index, void (*kCompute)(const ClipboardGrid&, Index, CellStatistics&)>
+json statistics(Drive&, const Arguments& arguments) {
+  CellStatistics sums;
+  kCompute(gridFromCommand(arguments.value("rows")), static_cast<Index>(arguments.integer("index")), sums);
+  return {{"cellCount", sums.cellCount},
+          {"total", sums.total},
+          {"average", sums.average},
+          {"minimum", sums.minimum},
+          {"maximum", sums.maximum}};
+}
+
+json indexSet(Drive&, const Arguments& arguments) {
+  TwoDimensionalMutableIndexSet set(arguments.text("cellString", u""));
+  if (arguments.has("steps")) takeIndexSetSteps(arguments.value("steps"), set);
+  json contains = json::array();
+  if (arguments.has("contains")) contains = containedCells(arguments.value("contains"), set);
+  return {{"text", jsonText(set.stringPlus1FromAllIndexes())},
+          {"isEmpty", set.isEmpty()},
+          {"contains", std::move(contains)}};
+}
+
 // Line operations: the record counts as one of the code, whatever it says.
 
 std::optional<std::u16string> lineAfter(OperationCode code, const Arguments& arguments) {
@@ -265,6 +307,14 @@ json changedLine(Drive&, const Arguments& arguments) {
 
 json skipLine(Drive&, const Arguments& arguments) {
   return {{"skipped", !lineAfter(OpSkipLine, arguments)}};
+}
+
+// Cell operations: the record says all but the code.
+
+json trimmedCell(Drive&, const Arguments& arguments) {
+  TextArena arena;
+  const std::u16string text = arguments.text("text");
+  return {{"text", jsonText(CellTrimmer(arguments.operation("operation")).trimmed(text, arena))}};
 }
 
 // Records and names.
@@ -353,9 +403,13 @@ constexpr Command kOperations[] = {
     {"timeFromString", timeFromString},
     {"dateTimeFromString", dateTimeFromString},
     {"doubleValueFromFieldValue", fieldValue},
+    {"computeRow", statistics<std::int64_t, computeRow>},
+    {"computeColumn", statistics<std::uint64_t, computeColumn>},
+    {"TwoDimensionalMutableIndexSet", indexSet},
     {"trimLine", changedLine<OpTrimLine>},
     {"replaceLine", changedLine<OpReplaceLine>},
     {"skipLine", skipLine},
+    {"trimCell", trimmedCell},
     {"stringForFileDetails", fileDetails},
     {"stringForJobDetails", jobDetails},
     {"defaultOperations", defaultRecords},

@@ -11,8 +11,10 @@ void press(Button* button) {
   button->press();
 }
 
-void finishAsAsked(Drive& drive, const Window& sheet, const Arguments& arguments) {
-  if (arguments.boolean("cancel", false)) {
+void finishAsAsked(Drive& drive, const Window& sheet, const Arguments& arguments,
+                   WithoutValues withoutValues) {
+  const bool cancels = !arguments.has("values") && withoutValues == WithoutValues::Cancel;
+  if (cancels || arguments.boolean("cancel", false)) {
     press(sheet.cancelButton());
   } else if (arguments.has("values")) {
     setAsUser(drive.launchedApplication().interface(), arguments.value("values"));
@@ -22,12 +24,13 @@ void finishAsAsked(Drive& drive, const Window& sheet, const Arguments& arguments
 
 }  // namespace
 
-json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments) {
+json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments,
+                       WithoutValues withoutValues) {
   Window* sheet = watch.openedSheet();
   if (!sheet) return json();
   json opened = settableValuesOf(*sheet);
   try {
-    finishAsAsked(drive, *sheet, arguments);
+    finishAsAsked(drive, *sheet, arguments, withoutValues);
   } catch (const CommandError&) {  // a command that is refused leaves no sheet behind
     press(sheet->cancelButton());
     throw;

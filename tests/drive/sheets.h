@@ -24,9 +24,12 @@ class SheetWatch {
   std::uint64_t before_;
 };
 
+enum class WithoutValues { StayOpen, Cancel };
+
 // The controls of the sheet as they stood on its opening, null if none was opened. With "values" they are set
-// and Done is pressed, with "cancel" Cancel; without both the sheet stays open.
-json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments);
+// and Done is pressed, with "cancel" Cancel; without both it is as told.
+json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& arguments,
+                       WithoutValues withoutValues = WithoutValues::StayOpen);
 
 // Another key window as long as it lives; a name that no window has stands for none.
 class KeyWindowForNow {

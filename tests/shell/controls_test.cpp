@@ -198,7 +198,47 @@ TEST_F(TableTest, ColumnsThatStayAreNotTold) {
   EXPECT_EQ(told_, 0);
   table_.setColumns({{"Column", u"Title", 10}, {"Second", u"", 0}});
   EXPECT_EQ(told_, 1);
-  EXPECT_EQ(table_.columns().size(), 2u);
+  EXPECT_EQ(table_.columnCount(), 2u);
+}
+
+TEST_F(TableTest, ColumnsCanBeMadeByARule) {
+  int made = 0;
+  const auto rule = [&made](std::size_t column) {
+    ++made;
+    return Table::Column{"Column" + std::to_string(column), u"", 100};
+  };
+  table_.setColumns(4'000'000'000, rule);
+  EXPECT_EQ(table_.columnCount(), 4'000'000'000u);
+  EXPECT_EQ(made, 0);
+  EXPECT_EQ(table_.column(3'999'999'999), (Table::Column{"Column3999999999", u"", 100}));
+  EXPECT_EQ(made, 1);
+  table_.userResizesColumn(3'999'999'999, 30);
+  table_.userResizesColumn(4'000'000'000, 30);
+  EXPECT_EQ(table_.column(3'999'999'999).width, 30);
+  EXPECT_EQ(table_.column(0).width, 100);
+  EXPECT_EQ(told_, 1);
+  table_.setColumns(4'000'000'000, rule);
+  EXPECT_EQ(told_, 2) << "a rule is always told";
+  EXPECT_EQ(table_.column(3'999'999'999).width, 100);
+  table_.setColumns({{"Column", u"Title", 10}});
+  EXPECT_EQ(told_, 3);
+  EXPECT_EQ(table_.columnCount(), 1u);
+  EXPECT_EQ(table_.column(0), (Table::Column{"Column", u"Title", 10}));
+}
+
+TEST_F(TableTest, ACellIsOneOfTheTextsOfItsRow) {
+  EXPECT_EQ(table_.cell(1, 0), u"b");
+  EXPECT_EQ(table_.cell(1, 1), u"");
+}
+
+TEST_F(TableTest, ACellCanBeAskedForAlone) {
+  Table table(window_, "cells",
+              {[] { return std::size_t{3}; }, [](std::size_t) { return Table::Row{u"row"}; },
+               [](std::size_t row, std::size_t column) {
+                 return std::u16string(row, u'r') + std::u16string(column, u'c');
+               }});
+  EXPECT_EQ(table.cell(2, 3), u"rrccc");
+  EXPECT_EQ(table.row(2), Table::Row{u"row"});
 }
 
 TEST_F(TableTest, SelectingTellsAChangeAndLeavesOutRowsBeyondIt) {

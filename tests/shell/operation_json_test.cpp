@@ -55,6 +55,24 @@ TEST(OperationJson, OtherValuesMakeNoRecord) {
     EXPECT_FALSE(operationFromJson(json::parse(text))) << text;
 }
 
+TEST(OperationJson, TheReadablePartLeavesOtherValuesOut) {
+  const struct {
+    const char* text;
+    OperationRecord record;
+  } cases[] = {
+      {R"({"Code": 102, "Arg1": "x"})", {{"Code", 102}, {"Arg1", u"x"}}},
+      {R"({"Code": true, "Arg1": [], "Arg2": {"a": 1}, "Arg3": null, "IntArg1": 2.5})",
+       {{"Code", 1}, {"IntArg1", 2}}},
+      {"{}", {}},
+      {"[]", {}},
+      {"3", {}},
+      {"\"text\"", {}},
+      {"null", {}},
+  };
+  for (const auto& [text, record] : cases)
+    EXPECT_EQ(readablePartOfOperation(json::parse(text)), record) << text;
+}
+
 TEST(OperationJson, OneBadRecordMakesNoList) {
   EXPECT_TRUE(operationsFromJson(json::parse("[]")));
   EXPECT_EQ(operationsFromJson(json::parse("[{\"Code\":101},{\"Code\":901}]"))->size(), 2u);

@@ -74,14 +74,14 @@ class RecordingDesktop final : public Alerts,
     if (!pasteboardFails) pasteboard = text;
     return !pasteboardFails;
   }
-  void chooseFiles(std::u16string_view title, std::u16string_view prompt,
+  void chooseFiles(std::u16string_view title, std::u16string_view prompted,
                    const std::vector<std::string>& extensions,
                    std::function<void(const std::vector<std::string>&)> confirmed) override {
-    filePanel = FilePanel{std::u16string(title), std::u16string(prompt), extensions, std::move(confirmed)};
+    filePanel = FilePanel{std::u16string(title), std::u16string(prompted), extensions, std::move(confirmed)};
   }
-  void chooseFolder(std::u16string_view title, std::u16string_view prompt,
+  void chooseFolder(std::u16string_view title, std::u16string_view prompted,
                     std::function<void(const std::vector<std::string>&)> confirmed) override {
-    events.push_back("panel " + toUtf8(title) + "|" + toUtf8(prompt));
+    events.push_back("panel " + toUtf8(title) + "|" + toUtf8(prompted));
     if (panelAnswer) confirmed(*panelAnswer);
   }
   bool reveal(const std::vector<std::string>& paths) override {

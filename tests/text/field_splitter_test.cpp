@@ -12,11 +12,13 @@ namespace {
 using testing::RandomSource;
 using Fields = std::vector<std::u16string>;
 
+// Their count is the same.
 Fields split(std::u16string_view line, std::u16string_view separator, std::u16string_view quote) {
   // A buffer of the exact size, so that the sanitizer sees a read beyond the line.
   const std::vector<char16_t> exact(line.begin(), line.end());
   Fields fields;
   findFieldsInLine({exact.data(), exact.size()}, fields, separator, quote);
+  EXPECT_EQ(FieldSplitter(separator, quote).fieldCount({exact.data(), exact.size()}), fields.size());
   return fields;
 }
 

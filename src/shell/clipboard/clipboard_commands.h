@@ -21,6 +21,36 @@ class ClipboardCommands {
   void addCommandsTo(Commands& commands);
 
  private:
+  // What a record names of the selection; single cells play no part in it.
+  enum class Selected { Nothing, Lines, Columns };
+
+  // An operation whose record names all of what is selected, under Arg1.
+  struct Plain {
+    std::string_view handler;
+    std::int64_t code;
+    Selected arg1;
+  };
+  // An operation on a text that is asked for and remembered. Prompt and info are keys.
+  struct Prompted {
+    std::string_view handler;
+    const char* defaultsKey;
+    std::u16string_view prompt;
+    std::u16string_view info;  // or empty
+    std::int64_t code;
+    Selected arg2;
+  };
+
+  static const Plain kPlain[];
+  static const Prompted kPrompted[];
+
+  void perform(const Plain& command);
+  void fillFromDirection(std::int64_t code);
+  void flip(std::int64_t code);
+  void promptAndStoreDefaults(const Prompted& command);
+  void performPrompted(const Prompted& command, const std::u16string& text, const std::u16string& arg2);
+
+  std::u16string listOf(Selected selected) const;
+
   ClipboardData& data_;
   UserDefaults& defaults_;
   Alerts& alerts_;

@@ -4,9 +4,9 @@ namespace quillet {
 
 ClipboardGroup::ClipboardGroup(UserInterface& interface, Window& window, const Desktop& desktop,
                                UserDefaults& defaults)
-    : data_(desktop.pasteboard, window_),
-      window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
-      sheets_(interface, data_, defaults, desktop),
+    : window_(window, desktop, data_, [this] { sheets_.showCellDetailsWindow(); }),
+      data_(desktop.pasteboard, window_),
+      sheets_(interface, {data_, window_, window, defaults, desktop.windows}),
       commands_(data_, defaults, desktop) {}
 
 void ClipboardGroup::addCommandsTo(Commands& commands) {

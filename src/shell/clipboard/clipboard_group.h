@@ -29,13 +29,17 @@ class ClipboardGroup final : public ClipboardWorkbench {
   }
   Content content() const override;
 
+  // Of the window's Edit menu. False where there is nothing to undo or redo.
+  bool undo() { return data_.undoManager().undo(); }
+  bool redo() { return data_.undoManager().redo(); }
+
   ClipboardData& data() { return data_; }
   ClipboardDataWindow& window() { return window_; }
   ClipboardTable& table() { return window_.table(); }
 
  private:
+  ClipboardDataWindow window_;  // before the data, which takes it as its display
   ClipboardData data_;
-  ClipboardDataWindow window_;
   ClipboardSheets sheets_;
   ClipboardCommands commands_;
 };

@@ -1,30 +1,28 @@
-// The sheets of the clipboard data window: Split, Join, Trim, Replace, Fill and the details of a cell. All
-// but the last open with what they were used with last.
+// The sheets of the clipboard data window, and the commands that open them. All but the details of a cell
+// open with what they were used with last.
 #pragma once
 
-#include "clipboard/clipboard_data.h"
-#include "platform/user_defaults.h"
-#include "shell/controls.h"
-#include "shell/desktop.h"
-#include "shell/window.h"
+#include "shell/clipboard/cell_sheets.h"
+#include "shell/clipboard/text_sheets.h"
 
 namespace quillet {
 
-// Main thread only. All references outlive them.
+// Main thread only.
 class ClipboardSheets {
  public:
-  ClipboardSheets(UserInterface& interface, ClipboardData& data, UserDefaults& defaults,
-                  const Desktop& desktop);
+  ClipboardSheets(UserInterface& interface, const ClipboardSheet::Neighbours& neighbours);
 
   void addCommandsTo(Commands& commands);
 
-  // For the focused cell; without one the sheet is empty, and Done will be refused.
-  void showCellDetailsWindow();
+  void showCellDetailsWindow() { cellDetails_.open(); }
 
  private:
-  ClipboardData& data_;
-  UserDefaults& defaults_;
-  WindowServer& windows_;
+  SplitSheet split_;
+  JoinSheet join_;
+  TrimCellsSheet trim_;
+  ReplaceCellsSheet replace_;
+  FillCellsSheet fill_;
+  CellDetailsSheet cellDetails_;
 };
 
 }  // namespace quillet

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "clipboard/clipboard_data.h"
@@ -22,11 +23,11 @@ class ClipboardTable {
   void addCommandsTo(Commands& commands);
 
   // Rebuilds the data columns from the width of the grid. Up to 5 columns share the space evenly, more get a
-  // fixed width each; with keepWidths a column that was there keeps its own.
+  // fixed width each; with keepWidths a column that was there keeps its own, which nothing asks for.
   void resizeClipboardTableViewColumns(bool keepWidths);
   // What shows the window has given the table a new width, in logical pixels.
   void windowDidResize(int tableWidth);
-  std::size_t dataColumnCount() const { return table_.columns().size() - 1; }
+  std::size_t dataColumnCount() const { return table_.columnCount() - 1; }
   GridTableSize size() const;
 
   void reload();
@@ -37,8 +38,11 @@ class ClipboardTable {
   // count 1, then one with 2.
   void mouseDown(std::int64_t row, std::int64_t tableColumn, std::int64_t clickCount,
                  const ClickModifiers& modifiers);
+  // Nothing for a column that the table does not have.
   void didClickTableColumn(std::int64_t tableColumn, const ClickModifiers& modifiers);
   void rowsTableViewSelectAllMenuItemClicked();
+  // Of the items that the table itself answers while it has the focus: it deletes nothing.
+  static bool rowsTableViewValidateMenuItem(std::string_view action) { return action != "delete"; }
 
   Table& table() { return table_; }
   const Table& table() const { return table_; }
@@ -46,6 +50,7 @@ class ClipboardTable {
  private:
   void go(ClipboardSelection::Next next);
   void tellFocus();
+  std::u16string shownCell(std::size_t row, std::size_t column) const;
   Table::Row shownRow(std::size_t row) const;
 
   ClipboardData& data_;

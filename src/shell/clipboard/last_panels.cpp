@@ -20,7 +20,7 @@ nlohmann::json allPanels(const UserDefaults& defaults) {
 OperationRecord lastDictionary(const UserDefaults& defaults, const std::string& key) {
   const nlohmann::json panels = allPanels(defaults);
   const auto found = panels.find(key);
-  return found == panels.end() ? OperationRecord() : operationFromJson(*found).value_or(OperationRecord());
+  return found == panels.end() ? OperationRecord() : readablePartOfOperation(*found);
 }
 
 void storeLastDictionaryToDefaults(UserDefaults& defaults, const OperationRecord& record,

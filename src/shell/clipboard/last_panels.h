@@ -9,7 +9,7 @@
 
 namespace quillet {
 
-// An empty record when there is none, or what is there is no record.
+// An empty record when there is none. What is there and cannot be part of a record is left out.
 OperationRecord lastDictionary(const UserDefaults& defaults, const std::string& key);
 void storeLastDictionaryToDefaults(UserDefaults& defaults, const OperationRecord& record,
                                    const std::string& key);

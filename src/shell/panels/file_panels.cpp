@@ -1,27 +1,12 @@
 #include "shell/panels/file_panels.h"
 
-#include "operations/escapes.h"
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
 #include "shell/menu_items.h"
+#include "shell/panels/text_controls.h"
 #include "text/encodings.h"
 
 namespace quillet {
-
-namespace {
-
-void fillSeparators(const OperationRecord& record, ComboBox& lineSeparator, ComboBox& columnSeparator) {
-  lineSeparator.setText(replaceWithBackslashedCharacters(record.text("Arg1")));
-  columnSeparator.setText(replaceWithBackslashedCharacters(record.text("Arg2")));
-}
-
-void writeSeparators(OperationRecord& record, const ComboBox& lineSeparator,
-                     const ComboBox& columnSeparator) {
-  record.set("Arg1", replaceBackslashedCharacters(lineSeparator.text()));
-  record.set("Arg2", replaceBackslashedCharacters(columnSeparator.text()));
-}
-
-}  // namespace
 
 InitialOperationPanel::InitialOperationPanel(UserInterface& interface)
     : OperationPanel(

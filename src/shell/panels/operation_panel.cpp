@@ -4,7 +4,6 @@
 
 #include "operations/operation_codes.h"
 #include "operations/operation_description.h"
-#include "platform/localization.h"
 
 namespace quillet {
 
@@ -12,13 +11,8 @@ OperationPanel::OperationPanel(UserInterface& interface, std::string windowName,
                                std::u16string title, std::u16string_view help)
     : window_(interface, std::move(windowName), std::move(title)),
       controlPrefix_(std::move(controlPrefix)),
-      helpButton_(window_, named("HelpButton"), {}, "helpButtonPressed"),
-      cancelButton_(window_, named("CancelButton"), localized(u"Cancel"),
-                    "operationsWindowCancelButtonClicked"),
-      doneButton_(window_, named("DoneButton"), localized(u"Done"), "operationsWindowDoneButtonClicked") {
-  helpButton_.setToolTip(localized(help));
-  window_.setSheetButtons(doneButton_, cancelButton_);
-}
+      buttons_(window_, controlPrefix_,
+               {"operationsWindowCancelButtonClicked", "operationsWindowDoneButtonClicked"}, help) {}
 
 OperationPanel::OperationPanel(UserInterface& interface, const std::string& windowName, std::int64_t code,
                                std::u16string_view help)

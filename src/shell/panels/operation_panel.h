@@ -8,6 +8,7 @@
 
 #include "operations/operation_record.h"
 #include "shell/controls.h"
+#include "shell/panels/sheet_buttons.h"
 
 namespace quillet {
 
@@ -20,7 +21,7 @@ class OperationPanel {
 
   Window& window() { return window_; }
   // Its tag is the code to add, or 0 when the selected operation is being edited.
-  Button& doneButton() { return doneButton_; }
+  Button& doneButton() { return buttons_.done(); }
 
   // Before the panel opens for adding an operation of this code.
   virtual void prepareForAdding(std::int64_t code);
@@ -47,9 +48,7 @@ class OperationPanel {
  private:
   Window window_;
   std::string controlPrefix_;
-  Button helpButton_;
-  Button cancelButton_;
-  Button doneButton_;
+  SheetButtons buttons_;
 };
 
 // Sets or clears one bit of the flags under IntArg1; the others stay.

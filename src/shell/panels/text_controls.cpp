@@ -1,5 +1,6 @@
 #include "shell/panels/text_controls.h"
 
+#include "operations/escapes.h"
 #include "operations/operation_codes.h"
 #include "platform/localization.h"
 #include "shell/menu_items.h"
@@ -47,6 +48,17 @@ void ReplaceControls::write(OperationRecord& record, std::string_view whatKey,
   record.set("IntArg2", type_.selectedTag());
   record.set(whatKey, what_.text());
   record.set(withKey, with_.text());
+}
+
+void fillSeparators(const OperationRecord& record, ComboBox& lineSeparator, ComboBox& columnSeparator) {
+  lineSeparator.setText(replaceWithBackslashedCharacters(record.text("Arg1")));
+  columnSeparator.setText(replaceWithBackslashedCharacters(record.text("Arg2")));
+}
+
+void writeSeparators(OperationRecord& record, const ComboBox& lineSeparator,
+                     const ComboBox& columnSeparator) {
+  record.set("Arg1", replaceBackslashedCharacters(lineSeparator.text()));
+  record.set("Arg2", replaceBackslashedCharacters(columnSeparator.text()));
 }
 
 }  // namespace quillet

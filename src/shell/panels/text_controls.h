@@ -1,4 +1,4 @@
-// The controls that several panels share under different names: what to trim, and what to replace.
+// What several panels share under different names: what to trim, what to replace, and separators.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace quillet {
 // The flag of the case in IntArg1, what in IntArg2, from where in IntArg3, and the text under a key.
 class TrimControls {
  public:
-  // typeHandler: the command for a change of the trim type.
+  // typeHandler: the command for a change of the trim type, or empty.
   TrimControls(Window& window, const std::string& prefix, const std::string& typeHandler);
 
   void fill(const OperationRecord& record, std::string_view textKey);
@@ -42,5 +42,10 @@ class ReplaceControls {
   TextField with_;
   CheckBox caseSensitive_;
 };
+
+// The separators of lines under Arg1 and of columns under Arg2: real characters in the record, and as they
+// are typed in the boxes.
+void fillSeparators(const OperationRecord& record, ComboBox& lineSeparator, ComboBox& columnSeparator);
+void writeSeparators(OperationRecord& record, const ComboBox& lineSeparator, const ComboBox& columnSeparator);
 
 }  // namespace quillet

@@ -1,0 +1,80 @@
+#include "clipboard/grid_joins.h"
+
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "clipboard/plain_grid.h"
+
+namespace quillet {
+namespace {
+
+using testing::drawn;
+using testing::PlainGrid;
+using testing::readGrid;
+
+constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kSmallest = std::numeric_limits<std::int64_t>::min();
+
+struct Case {
+  std::string_view before;
+  std::int64_t groupSize;
+  std::string_view after;
+};
+
+TEST(GridJoins, PutTheRowsOfAGroupEndToEnd) {
+  const Case cases[] = {
+      {"a b/c//d e f/g", 2, "a b c/d e f/g"},
+      {"a b/c//d e f/g", 3, "a b c/d e f g"},
+      {"a/b/c/d", 2, "a b/c d"},
+      {"a b/c//d", 4, "a b c d"},
+      {"a b/c//d", 5, "a b c d"},
+      {"a b/c//d", kLargest, "a b c d"},
+      {"a ./. b", 2, "a . . b"},
+      {"a/b", 1, "a/b"},
+      {"a/b", 0, "a/b"},
+      {"a/b", -2, "a/b"},
+      {"a/b", kSmallest, "a/b"},
+      {"///", 2, "/"},
+      {"none", 2, "none"},
+      {"a b", 2, "a b"},
+  };
+  for (const auto& [before, groupSize, after] : cases)
+    EXPECT_EQ(drawn(joinConsecutiveRows(readGrid(before), groupSize)), after)
+        << before << " by " << groupSize;
+}
+
+TEST(GridJoins, StackTheColumnsOfAGroup) {
+  const Case cases[] = {
+      {"a b c d/e f g h", 2, "a c/e g/b d/f h"},
+      {"a b c/d e f", 2, "a c/d f/b ./e ."},  // the last group is padded at the bottom
+      {"a b c d e/f g h i j", 3, "a d/f i/b e/g j/c ./h ."},
+      {"a b c/d", 3, "a/d/b/./c/."},
+      {"a b c/d", 99, "a/d/b/./c/."},
+      {"a b c/d", kLargest, "a/d/b/./c/."},
+      {"a b c d//e", 2, "a c/. ./e ./b d/. ./. ."},
+      {"a//b", 2, "a/./b"},  // squared off all the same
+      {"a b/c", 1, "a b/c"},
+      {"a b/c", 0, "a b/c"},
+      {"a b/c", kSmallest, "a b/c"},
+      {"//", 2, "none"},  // transposed, a grid without a cell has no rows
+      {"//", 1, "//"},
+      {"none", 2, "none"},
+  };
+  for (const auto& [before, groupSize, after] : cases)
+    EXPECT_EQ(drawn(joinConsecutiveColumns(readGrid(before), groupSize)), after)
+        << before << " by " << groupSize;
+}
+
+TEST(GridJoins, DoAsPlainListsDo) {
+  testing::withRandomGrids(15, [](auto& random, const PlainGrid& plain, const ClipboardGrid& grid) {
+    const auto groupSize = static_cast<std::int64_t>(2 + random.below(random.oneIn(4) ? 200 : 5));
+    EXPECT_TRUE(testing::matches(joinConsecutiveRows(grid, groupSize), testing::joinRows(plain, groupSize)))
+        << drawn(grid) << " by " << groupSize;
+    const PlainGrid columns = testing::joinRows(testing::transposed(plain), groupSize);
+    EXPECT_TRUE(testing::matches(joinConsecutiveColumns(grid, groupSize), testing::transposed(columns)))
+        << drawn(grid) << " by " << groupSize;
+  });
+}
+
+}  // namespace
+}  // namespace quillet
