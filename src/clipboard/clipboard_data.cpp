@@ -73,7 +73,7 @@ bool ClipboardData::takeClipboardText() {
 
 void ClipboardData::performClipboardDataOperation(const OperationRecord& operation) {
   undoManager_.removeAllActions();
-  performClipboardDataOperationWithUndo(operation);
+  performClipboardDataOperationWithUndo(OperationRecord(operation));  // it may stand in the list, which grows
 }
 
 void ClipboardData::performClipboardDataOperationWithUndo(const OperationRecord& record) {

@@ -672,6 +672,14 @@ TEST_F(ClipboardDataTest, AnUndoLeavesTheFocusTheTitleAndTheToolbarItems) {
   EXPECT_EQ(selection(), "Cells: (1, 1)");
 }
 
+TEST_F(ClipboardDataTest, WhatStandsInTheListCanBePerformedAgain) {
+  begin(u"a|b");
+  for (int i = 0; i < 20; ++i) perform(data_.clipboardDataOperationsArray().front());
+  EXPECT_EQ(data_.clipboardDataOperationsArray().size(), 21u);
+  EXPECT_EQ(data_.clipboardDataOperationsArray().back(), split(u"/", u"|"));
+  EXPECT_TRUE(data_.undoManager().undoActionName() == u"Split");
+}
+
 TEST_F(ClipboardDataTest, ARecordWithoutACodeChangesNothingAndCounts) {
   begin(u"a|b/c");
   EXPECT_EQ(performed(OperationRecord()),

@@ -372,6 +372,8 @@ TEST_F(ClipboardKeys, WhatTheToolDoesNotKnowIsRefused) {
   EXPECT_NE(refused({{"do", "click"}, {"row", 0}}), "");
   EXPECT_NE(refused({{"do", "click"}, {"column", 0}}), "");
   EXPECT_NE(refused({{"do", "headerClick"}}), "");
+  EXPECT_NE(refused({{"do", "key"}, {"key", "return"}, {"values", {{"noSuchControl", 1}}}}), "");
+  EXPECT_EQ(done("controls", {{"window", "cellDetailsWindow"}})["open"], false) << "no sheet is left behind";
 }
 
 }  // namespace

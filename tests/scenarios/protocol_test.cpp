@@ -63,6 +63,13 @@ TEST_F(Protocol, ArgumentsOfTheWrongTypeAreRefused) {
       {{"do", "runButtonPressed"}, {"wait", 0}},
       {{"do", "selectOutputFolder"}, {"panel", "out"}},
       {{"do", "launch"}, {"workspaceFails", 1}},
+      {{"do", "setPasteboard"}, {"text", 5}},
+      {{"do", "performClipboardDataOperation"}},
+      {{"do", "performClipboardDataOperation"}, {"operation", {{"Code", json::array()}}}},
+      {{"do", "click"}, {"row", "0"}, {"column", 0}},
+      {{"do", "click"}, {"row", 0}, {"column", 0}, {"count", true}},
+      {{"do", "headerClick"}, {"column", 0}, {"shift", 1}},
+      {{"do", "key"}, {"key", 13}},
       {{"do", "launch"}},
   };
   for (const auto& command : commands) EXPECT_NE(refused(command), "") << command;
@@ -89,10 +96,15 @@ TEST_F(Protocol, ACommandThatIsRefusedLeavesNoSheetBehind) {
 TEST_F(Protocol, BeforeLaunchAndAfterTerminationOnlySettingsAndOpenedFilesWork) {
   EXPECT_NE(refused({{"do", "mainWindow"}}), "");
   EXPECT_NE(refused({{"do", "terminate"}}), "");
+  EXPECT_NE(refused({{"do", "clipboardDataWindow"}}), "");
+  EXPECT_NE(refused({{"do", "undo"}}), "");
   setDefault("Key", "value");
+  done("setPasteboard", {{"text", "before"}});
+  EXPECT_EQ(done("pasteboard")["text"], "before");
   launch();
   terminate();
   EXPECT_NE(refused({{"do", "inputFiles"}}), "");
+  EXPECT_EQ(done("pasteboard")["text"], "before");
   EXPECT_EQ(defaultOf("Key"), "value");
 }
 

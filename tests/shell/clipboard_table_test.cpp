@@ -5,6 +5,7 @@
 #include "platform/unicode_text.h"
 #include "shell/column_width.h"
 #include "shell/recording_desktop.h"
+#include "support/random_source.h"
 
 namespace quillet {
 namespace {
@@ -152,6 +153,50 @@ TEST_F(ClipboardTableTest, KeptWidthsAreThoseOfTheColumnsThatWereThere) {
   EXPECT_EQ(widths(), (Widths{65, 70, 250, 125, 125}));
   perform(402);
   EXPECT_EQ(widths(), (Widths{65, 166, 166, 166})) << "nothing asks for it";
+}
+
+// The columns as a list that is rebuilt step by step.
+struct PlainColumns {
+  void rebuild(std::size_t count, int tableWidth, bool keepWidths) {
+    const std::vector<Table::Column> old(columns.begin() + 1, columns.end());
+    columns.resize(1);
+    const int width = count > 5 ? 100 : std::max(tableWidth - columns[0].width, 0) / static_cast<int>(count);
+    for (std::size_t k = 0; k < count; ++k) {
+      const std::string number = std::to_string(k + 1);
+      columns.push_back({"ClipboardCol" + std::to_string(k), std::u16string(number.begin(), number.end()),
+                         keepWidths && k < old.size() ? old[k].width : width, true});
+    }
+  }
+
+  std::vector<Table::Column> columns = {{"ClipboardRowNumber", u"", 65}};
+};
+
+TEST_F(ClipboardTableTest, TheRuleMakesTheColumnsThatAListHas) {
+  testing::RandomSource random;
+  PlainColumns plain;
+  std::size_t count = 0;
+  for (std::uint64_t i = 0; i < testing::rounds(500); ++i) {
+    if (random.oneIn(4)) {
+      const std::size_t column = random.below(plain.columns.size() + 1);
+      const int width = static_cast<int>(random.below(300));
+      table().userResizesColumn(column, width);
+      if (column < plain.columns.size()) plain.columns[column].width = width;
+    } else if (count == 0 || random.oneIn(2)) {
+      count = 1 + random.below(9);
+      splitIntoColumns(count);
+      plain.rebuild(1, table().width(), false);  // by the refresh before it
+      plain.rebuild(count, table().width(), false);
+    } else if (random.oneIn(2)) {
+      table().userResizesTable(static_cast<int>(random.below(1000)));
+    } else {
+      const bool keepWidths = random.oneIn(2);
+      table_.resizeClipboardTableViewColumns(keepWidths);
+      plain.rebuild(count, table().width(), keepWidths);
+    }
+    ASSERT_EQ(table().columnCount(), plain.columns.size());
+    for (std::size_t column = 0; column < plain.columns.size(); ++column)
+      ASSERT_EQ(table().column(column), plain.columns[column]) << column;
+  }
 }
 
 TEST_F(ClipboardTableTest, TheColumnOfTheRowNumbersIsNotRebuilt) {

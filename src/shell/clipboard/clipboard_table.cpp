@@ -77,10 +77,10 @@ Table::Row ClipboardTable::shownRow(std::size_t row) const {
 // By a rule: a grid can have millions of columns. The one of the row numbers stays as it is.
 void ClipboardTable::resizeClipboardTableViewColumns(bool keepWidths) {
   const std::size_t count = data_.clipboardDataArray().maxRowLength();
-  const Table::Column rowNumbers = table_.column(0);
+  Table::Column rowNumbers = table_.column(0);
   const int width = widthOfDataColumns(count, table_.width() - rowNumbers.width);
   const std::vector<int> kept = keepWidths ? widthsOf(table_) : std::vector<int>();
-  table_.setColumns(count + 1, [rowNumbers, kept, width](std::size_t tableColumn) {
+  table_.setColumns(count + 1, [rowNumbers = std::move(rowNumbers), kept, width](std::size_t tableColumn) {
     if (tableColumn == 0) return rowNumbers;
     const std::size_t column = tableColumn - 1;
     return dataColumn(column, column < kept.size() ? kept[column] : width);
