@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QComboBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFile>
@@ -88,9 +89,15 @@ void numberSteps(QWidget& form) {
       label->setText(QStringLiteral("%1.  %2").arg(step).arg(label->text()));
 }
 
-void colourSecondaryLabels(QWidget& form) {
+// What a label is for, as its form says: a heading, a title, or a note.
+void dressLabels(QWidget& form) {
   for (QLabel* label : form.findChildren<QLabel*>()) {
-    if (label->property("role").toString() != QLatin1String("secondary")) continue;
+    const QString role = label->property("role").toString();
+    QFont font = label->font();
+    if (role == QLatin1String("heading")) font.setBold(true);
+    if (role == QLatin1String("title")) font.setPixelSize(20);
+    label->setFont(font);
+    if (role != QLatin1String("secondary")) continue;
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);
     label->setPalette(palette);
@@ -116,6 +123,8 @@ ApplicationWindows::~ApplicationWindows() {
     window->setObserver({});
     for (Control* control : window->controls()) control->setObserver({});
   }
+  // A sheet that was open once is a child of its window.
+  for (auto& [name, form] : widgets_) form->setParent(nullptr);
 }
 
 QWidget* ApplicationWindows::widget(std::string_view window) const {
@@ -136,10 +145,11 @@ void ApplicationWindows::addWindow(Window& window) {
     return;
   }
   if (isSheet(window)) dressSheet(window, *form);
+  if (&window == &application_.windows().clipboardData) addToolBar(window, static_cast<QMainWindow&>(*form));
   if (auto* grid = form->findChild<GridView*>()) grid->setGroup(application_.clipboard());
   for (const QString& name : bindControls(window, *form)) controlsWithoutWidget_.push_back(name);
   numberSteps(*form);
-  colourSecondaryLabels(*form);
+  dressLabels(*form);
   desktop_.addWindow(window, *form);
   form->installEventFilter(this);
   widgets_.emplace(window.name(), std::move(form));
@@ -160,6 +170,8 @@ void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
   done->setDefault(true);
   // A column panel's table and every field is set in the fixed-width font, as data is.
   for (QLineEdit* edit : form.findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
+  for (QComboBox* comboBox : form.findChildren<QComboBox*>())
+    if (comboBox->isEditable()) comboBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
   for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) {
     edit->setFont(fixedWidthFont());
     edit->setMinimumSize(420, 140);
@@ -285,9 +297,31 @@ void ApplicationWindows::dressMainWindow() {
   find<QWidget>("window", "filesPane")->setMinimumWidth(180);
   find<QWidget>("window", "filesPane")->setMaximumWidth(480);
   find<QWidget>("window", "operationsTableView")->setMinimumHeight(130);
+  find<QSplitter>("window", "rightSideSplitView")->setSizes({300, 300});
+  showNoteForSeveralFiles();
+  frameMissingCells("previewTableView", PreviewStores::Side::Input);
+  frameMissingCells("previewOutputTableView", PreviewStores::Side::Output);
   find<QWidget>("window", "previewStack")->setMinimumHeight(200);
   connect(find<QPushButton>("window", "rightSideHelpBoxAddButton"), &QPushButton::clicked, this,
           [this] { perform("addInputFileMenuItemClicked"); });
+}
+
+void ApplicationWindows::frameMissingCells(const char* table, PreviewStores::Side side) {
+  auto* model = static_cast<TableModel*>(find<TableView>("window", table)->model());
+  model->setIsMissing([this, side](int row, int column) {
+    return previewTableCellViewIsEmpty(*application_.shared().previewStores,
+                                       previewCellTag(side, row, column + 1));
+  });
+}
+
+// Under the operations, while they are those of several files.
+void ApplicationWindows::showNoteForSeveralFiles() {
+  auto* files = find<TableView>("window", "filesTableView");
+  auto* note = find<QLabel>("window", "severalFilesLabel");
+  const auto show = [files, note] { note->setVisible(files->selectedRowIndexes().count() > 1); };
+  connect(files->selectionModel(), &QItemSelectionModel::selectionChanged, note, show);
+  connect(files->model(), &QAbstractItemModel::modelReset, note, show);
+  show();
 }
 
 void ApplicationWindows::dressClipboardWindow() {
@@ -314,6 +348,43 @@ void ApplicationWindows::dressClipboardWindow() {
           [cells = menus[0], lines = menus[1], columns = menus[2]](const QPoint& at, int part) {
             (part == GridView::RowNumbers ? lines : part == GridView::Headers ? columns : cells)->popup(at);
           });
+}
+
+// Some of its buttons are controls, so it stands before they are joined to their widgets.
+void ApplicationWindows::addToolBar(Window& window, QMainWindow& form) {
+  const MenuActions actions = menuActions(window);
+  auto* bar = new QToolBar(tr("Tools"));
+  bar->setObjectName(QStringLiteral("clipboardDataWindowToolBar"));
+  bar->setMovable(false);
+  bar->setFloatable(false);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  form.addToolBar(bar);
+  const auto add = [&](const char* name, const char* iconName, const QString& text) {
+    auto* button = new QToolButton;
+    button->setObjectName(QLatin1String(name));
+    button->setText(text);
+    button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    setIcon(button, iconName);
+    bar->addWidget(button);
+    return button;
+  };
+  const auto performs = [this](QToolButton* button, const char* command) {
+    connect(button, &QToolButton::clicked, this, [this, command] { perform(command); });
+  };
+  performs(add("clipboardDataWindowRefreshToolbarItem", "refresh-1", tr("Refresh")),
+           "clipboardDataWindowRefreshNowButtonPressed");
+  performs(add("clipboardDataWindowSplitToolbarItem", "split-path", tr("Split…")),
+           "clipboardDataWindowSplitButtonPressed");
+  QToolButton* performItem = add("clipboardDataWindowPerformToolbarItem", "perform", tr("Perform"));
+  performItem->setPopupMode(QToolButton::InstantPopup);
+  performItem->setMenu(newPerformMenu(performItem, actions));
+  add("clipboardDataWindowJoinToolbarItem", "join-path", tr("Join…"));
+  auto* gap = new QWidget;
+  gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  bar->addWidget(gap);
+  performs(add("clipboardDataWindowSaveToolbarItem", "save", tr("Save Job…")), "saveJobMenuItemClicked");
 }
 
 void ApplicationWindows::dressJobsWindow() {

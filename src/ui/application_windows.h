@@ -37,7 +37,10 @@ class ApplicationWindows final : public QObject {
 
   void addWindow(Window& window);
   void dressSheet(Window& window, QWidget& form);
+  void addToolBar(Window& window, QMainWindow& form);
   void dressMainWindow();
+  void showNoteForSeveralFiles();
+  void frameMissingCells(const char* table, PreviewStores::Side side);
   void dressClipboardWindow();
   void dressJobsWindow();
   void dressPreferences();

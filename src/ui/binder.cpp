@@ -203,10 +203,9 @@ void Binder::visit(TextView& view) {
 }
 
 TableModel::Kind kindOf(const Table& table) {
-  const auto& columns = table.columns();
   const std::string& name = table.name();
-  if (!columns.empty() && (columns[0].identifier == "Cil0" || columns[0].identifier == "Col0"))
-    return TableModel::Kind::Numbered;
+  const std::string first = table.columnCount() ? table.column(0).identifier : std::string();
+  if (first == "Cil0" || first == "Col0") return TableModel::Kind::Numbered;
   if (name.find("perationsTableView") != std::string::npos) return TableModel::Kind::Operations;
   if (name == "previousJobsWindowJobsTableView") return TableModel::Kind::Jobs;
   return TableModel::Kind::Plain;
@@ -215,7 +214,7 @@ TableModel::Kind kindOf(const Table& table) {
 void setColumnWidths(TableView& view, const Table& table, const TableModel& model) {
   for (int column = 0; column < model.columnCount(); ++column) {
     const auto at = static_cast<std::size_t>(column + model.firstColumn());
-    const int width = at < table.columns().size() ? table.columns()[at].width : 0;
+    const int width = at < table.columnCount() ? table.column(at).width : 0;
     if (width > 0 && view.columnWidth(column) != width) view.setColumnWidth(column, width);
   }
 }

@@ -215,7 +215,7 @@ void GridView::applyColumnWidths() {
   const quillet::Table& table = group_->table().table();
   const int count = model_->columnCount();
   for (int column = 0; column < count; ++column) {
-    const int width = table.columns()[static_cast<std::size_t>(column) + 1].width;
+    const int width = table.column(static_cast<std::size_t>(column) + 1).width;
     const int shown = width > 0 ? width : std::max(viewport()->width() / std::max(count, 1), 20);
     if (columnWidth(column) != shown) setColumnWidth(column, shown);
   }

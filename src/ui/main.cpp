@@ -5,6 +5,7 @@
 
 #include "ui/icons.h"
 #include "ui/quillet_application.h"
+#include "ui/screenshots.h"
 #include "ui/theme.h"
 
 namespace {
@@ -24,9 +25,13 @@ int main(int argc, char** argv) {
   QApplication::setApplicationDisplayName(QStringLiteral("Quillet"));
   QApplication::setDesktopFileName(QStringLiteral("org.quillet.Quillet"));
   QApplication::setQuitOnLastWindowClosed(false);
+  // For the pictures of the guide; not told to users.
+  if (const QStringList arguments = QApplication::arguments();
+      arguments.value(1) == QLatin1String("--screenshots"))
+    return quillet::ui::writeScreenshots(qt, arguments.value(2), arguments.value(3)) ? 0 : 1;
   quillet::ui::applyTheme(qt, quillet::ui::schemeOfDesktop());
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));
   quillet::ui::QuilletApplication quillet(std::make_shared<quillet::UserFolders>());
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));
   quillet.launch(pathsOf(QApplication::arguments()));
   return QApplication::exec();
 }

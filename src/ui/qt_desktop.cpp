@@ -216,8 +216,11 @@ void QtDesktop::beginSheet(Window& sheet, WindowName parent) {
   sheet.show(parent);
   auto* dialog = qobject_cast<QDialog*>(widgetOf(sheet));
   if (!dialog) return;
-  if (QWidget* window = widgetOf(parent); window && dialog->parentWidget() != window)
-    dialog->setParent(window, Qt::Sheet | Qt::Dialog);
+  if (QWidget* window = widgetOf(parent)) {
+    if (dialog->parentWidget() != window) dialog->setParent(window, Qt::Sheet | Qt::Dialog);
+    window->show();
+    window->raise();
+  }
   dialog->setWindowModality(Qt::WindowModal);
   dialog->open();
 }

@@ -3,6 +3,11 @@
 #include <QApplication>
 #include <QMetaObject>
 
+// Resources of a static library are not found by themselves.
+static void initResources() {
+  Q_INIT_RESOURCE(icons);
+}
+
 namespace quillet::ui {
 
 QuilletApplication::QuilletApplication(std::shared_ptr<const Folders> folders)
@@ -10,6 +15,7 @@ QuilletApplication::QuilletApplication(std::shared_ptr<const Folders> folders)
         QMetaObject::invokeMethod(
             this, [this] { mainThread_->runPending(); }, Qt::QueuedConnection);
       })) {
+  initResources();
   auto defaults = std::make_shared<UserDefaults>(folders->defaultsFile());
   application_ =
       std::make_unique<AppDelegate>(desktop_.desktop(), std::move(folders), std::move(defaults), mainThread_);

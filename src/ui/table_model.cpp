@@ -34,7 +34,7 @@ int TableModel::tableRowCount() const {
 }
 
 int TableModel::tableColumnCount() const {
-  return std::max(intOf(table_.columns().size()) - firstColumn(), kind_ == Kind::Numbered ? 0 : 1);
+  return std::max(intOf(table_.columnCount()) - firstColumn(), kind_ == Kind::Numbered ? 0 : 1);
 }
 
 int TableModel::rowCount(const QModelIndex& parent) const {
@@ -107,8 +107,8 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
                ? QVariant(qString(text(section, 0)))
                : QVariant();
   const auto column = static_cast<std::size_t>(section + firstColumn());
-  if (column >= table_.columns().size()) return {};
-  const Table::Column& described = table_.columns()[column];
+  if (column >= table_.columnCount()) return {};
+  const Table::Column described = table_.column(column);
   if (role == Qt::DisplayRole) return qString(described.title);
   if (role == Qt::TextAlignmentRole)
     return static_cast<int>(described.titleIsCentred ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);

@@ -28,14 +28,26 @@ const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), 
                     rgb(0xA3ABB5), rgb(0x808080), rgb(0xE3E6EA), rgb(0xC3CAD3)};
 
 const char* const kStyleSheet = R"(
-QLabel[role="heading"] { font-weight: 600; }
-QLabel[role="title"] { font-size: 20px; }
+QHeaderView { border: none; }
+QSplitter::handle { background: transparent; }
+QSplitter::handle:hover { background: palette(mid); }
 QFrame#actionBar, QFrame#clipboardDataWindowBar { border: none; border-top: 1px solid palette(mid); }
 QPushButton[accent="true"] { background: palette(highlight); color: palette(highlighted-text); border: none;
   border-radius: 4px; padding: 5px 16px; font-weight: 600; }
 QPushButton[accent="true"]:disabled { background: palette(mid); color: palette(window-text); }
 QPushButton[accent="true"]:focus { border: 2px solid palette(text); padding: 3px 14px; }
 )";
+
+QString headerStyle(const Colours& colours) {
+  const QString line = QColor(colours.missing.red(), colours.missing.green(), colours.missing.blue(), 60)
+                           .name(QColor::HexArgb);
+  return QStringLiteral(
+             "QHeaderView::section { background: %1; color: %2; border: none; padding: 0 5px;"
+             " border-right: 1px solid %3; border-bottom: 1px solid %3; }"
+             "QTableView QTableCornerButton::section { background: %1; border: none;"
+             " border-right: 1px solid %3; border-bottom: 1px solid %3; }")
+      .arg(colours.header.name(), colours.headerText.name(), line);
+}
 
 }  // namespace
 
@@ -90,7 +102,7 @@ Scheme schemeOfDesktop() {
 void applyTheme(QApplication& application, Scheme scheme) {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setPalette(paletteOf(scheme));
-  application.setStyleSheet(QString::fromUtf8(kStyleSheet));
+  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + headerStyle(coloursOf(scheme)));
 }
 
 QFont fixedWidthFont() {

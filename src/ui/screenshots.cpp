@@ -1,0 +1,145 @@
+#include "ui/screenshots.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QFile>
+#include <QPixmap>
+#include <QTemporaryDir>
+
+#include "operations/operation_codes.h"
+#include "ui/quillet_application.h"
+#include "ui/text_conversion.h"
+#include "ui/theme.h"
+
+namespace quillet::ui {
+
+namespace {
+
+// A home that nobody lives in.
+class TemporaryFolders final : public Folders {
+ public:
+  explicit TemporaryFolders(std::string home) : home_(std::move(home)) {}
+  std::optional<std::string> documentsFolder() const override {
+    std::string folder = home_ + "/Documents";
+    return makeFolders(folder) ? std::optional(folder) : std::nullopt;
+  }
+  std::string temporaryParentFolder() const override { return home_ + "/tmp"; }
+  std::string defaultsFile() const override { return home_ + "/defaults.json"; }
+
+ private:
+  std::string home_;
+};
+
+constexpr std::int64_t kPanels[] = {OpReplaceCharacter, OpSkipLine,       OpTrimLine,
+                                    OpReplaceLine,      OpJoinLines,      OpTrimColumn,
+                                    OpReplaceColumn,    OpReformatColumn, OpSetInitialNumberOfColumns,
+                                    OpRearrangeColumns, OpJoinColumns};
+
+class Photographer {
+ public:
+  Photographer(QuilletApplication& quillet, QString folder, QString scheme)
+      : quillet_(quillet), folder_(std::move(folder)), scheme_(std::move(scheme)) {}
+
+  bool takeAll() {
+    mainWindow();
+    operationPanels();
+    clipboardWindow();
+    otherWindows();
+    return allWritten_;
+  }
+
+ private:
+  AppDelegate& application() { return quillet_.application(); }
+  void perform(const char* command) { application().interface().commands().perform(command); }
+
+  void shoot(std::string_view window, const QString& name) {
+    QApplication::processEvents();
+    QWidget* widget = quillet_.windows().widget(window);
+    allWritten_ = widget && widget->grab().save(QStringLiteral("%1/%2-%3.png").arg(folder_, name, scheme_)) &&
+                  allWritten_;
+  }
+
+  void shootOpenSheets() {
+    for (Window* window : application().interface().windows()) {
+      if (!window->sheetParent() || !window->isShown()) continue;
+      shoot(window->name(), QString::fromStdString(window->name()));
+      window->cancelButton()->press();
+    }
+  }
+
+  void mainWindow() {
+    shoot("window", QStringLiteral("window"));
+    for (const char* command : {"saveJobMenuItemClicked"}) {
+      perform(command);
+      shootOpenSheets();
+    }
+  }
+
+  void operationPanels() {
+    for (const std::int64_t row : {0, 1}) {
+      application().operationTable().table().userSelects(IndexSet{row});
+      perform("showOperationWindow");
+      shootOpenSheets();
+    }
+    for (const std::int64_t code : kPanels) {
+      application().operationEditor().showPanelForAdding(code);
+      shootOpenSheets();
+    }
+  }
+
+  void clipboardWindow() {
+    QApplication::clipboard()->setText(
+        QStringLiteral("A-100,bolt,0.10,EUR,2024-01-10\nA-107,nut,1.13,EUR\nA-114,washer,2.16,EUR,2024-03-"
+                       "12\nA-121,bracket\n"
+                       "A-128,hinge,4.22,EUR,2024-05-14"));
+    perform("clipboardDataWindowMenuItemClicked");
+    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-help"));
+    perform("clipboardDataWindowRefreshNowButtonPressed");
+    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-text"));
+    ClipboardGroup& clipboard = application().clipboard();
+    clipboard.performClipboardDataOperation({{"Code", OpClipboardSplit}, {"Arg1", u"\n"}, {"Arg2", u","}});
+    clipboard.table().mouseDown(1, 3, 1, {});
+    clipboard.table().didClickTableColumn(3, {});
+    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow"));
+    for (const char* command :
+         {"clipboardDataWindowSplitButtonPressed", "clipboardDataWindowJoinButtonPressed",
+          "clipboardDataWindowTrimButtonPressed", "clipboardDataWindowReplaceButtonPressed",
+          "clipboardDataWindowFillButtonPressed", "rowsTableViewReturnKeyPressed"}) {
+      perform(command);
+      shootOpenSheets();
+    }
+  }
+
+  void otherWindows() {
+    perform("previousJobsWindowMenuItemActionClicked");
+    shoot("previousJobsWindow", QStringLiteral("previousJobsWindow"));
+    perform("preferencesMenuItemClicked");
+    shoot("preferencesWindow", QStringLiteral("preferencesWindow"));
+  }
+
+  QuilletApplication& quillet_;
+  QString folder_;
+  QString scheme_;
+  bool allWritten_ = true;
+};
+
+bool takeIn(QApplication& application, Scheme scheme, const QString& samples, const QString& folder) {
+  const QTemporaryDir home;
+  applyTheme(application, scheme);
+  QuilletApplication quillet(std::make_shared<TemporaryFolders>(home.path().toStdString()));
+  quillet.launch({QFile::encodeName(samples + QStringLiteral("/customers.csv")).toStdString()});
+  return Photographer(quillet, folder,
+                      scheme == Scheme::Dark ? QStringLiteral("dark") : QStringLiteral("light"))
+      .takeAll();
+}
+
+}  // namespace
+
+bool writeScreenshots(QApplication& application, const QString& samples, const QString& folder) {
+  if (!QDir().mkpath(folder)) return false;
+  const bool light = takeIn(application, Scheme::Light, samples, folder);
+  return takeIn(application, Scheme::Dark, samples, folder) && light;
+}
+
+}  // namespace quillet::ui
