@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -169,6 +170,7 @@ void GridView::setGroup(quillet::ClipboardGroup& group) {
   setModel(model_);
   setItemDelegate(new quillet::ui::GridDelegate(group, this));
   listenToHeaders();
+  if (parentWidget()) parentWidget()->installEventFilter(this);
   refresh();
 }
 
@@ -295,8 +297,20 @@ void GridView::focusOutEvent(QFocusEvent* event) {
 
 void GridView::resizeEvent(QResizeEvent* event) {
   TableView::resizeEvent(event);
-  if (!group_ || event->size().width() == event->oldSize().width()) return;
-  group_->table().windowDidResize(viewport()->width() + quillet::ui::kRowNumberWidth);
+  if (group_ && event->size().width() != event->oldSize().width()) tellWidth(width());
+}
+
+// A grid that is not shown yet has its columns made for the place that it will get.
+bool GridView::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Resize && !isVisible())
+    tellWidth(static_cast<QResizeEvent*>(event)->size().width());
+  return TableView::eventFilter(watched, event);
+}
+
+void GridView::tellWidth(int width) {
+  constexpr int kFrame = 2;
+  const int bar = verticalScrollBar()->sizeHint().width();
+  group_->table().windowDidResize(std::max(width - kFrame - bar, 0));
   applyColumnWidths();
 }
 

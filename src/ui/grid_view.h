@@ -60,12 +60,14 @@ class GridView final : public TableView {
   void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool focusNextPrevChild(bool next) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void listenToHeaders();
   void mouseDown(const QPoint& position, int clickCount, Qt::KeyboardModifiers modifiers);
   void rowNumberDown(int row, int clickCount);
   void fitColumnToText(int column);
+  void tellWidth(int width);
   void applyColumnWidths();
   void showFocus();
 

@@ -88,6 +88,22 @@ class Photographer {
     }
   }
 
+  void fillSplitSheet() {
+    Window* sheet = application().interface().window("clipboardDataSplitWindow");
+    const auto set = [&](const char* name, const auto& value) {
+      Control* control = sheet->control(std::string("clipboardDataSplitWindow") + name);
+      if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
+        static_cast<CheckBox*>(control)->userSets(value);
+      else
+        static_cast<TextField*>(control)->userTypes(value);
+    };
+    set("SplitClipboardIntoLinesCheckbox", true);
+    set("SplitLinesIntoColumnsCheckbox", true);
+    set("LineSeparatorComboBox", u"\\n");
+    set("ColumnSeparatorComboBox", u",");
+    sheet->doneButton()->press();
+  }
+
   void clipboardWindow() {
     QApplication::clipboard()->setText(
         QStringLiteral("A-100,bolt,0.10,EUR,2024-01-10\nA-107,nut,1.13,EUR\nA-114,washer,2.16,EUR,2024-03-"
@@ -98,7 +114,8 @@ class Photographer {
     perform("clipboardDataWindowRefreshNowButtonPressed");
     shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-text"));
     ClipboardGroup& clipboard = application().clipboard();
-    clipboard.performClipboardDataOperation({{"Code", OpClipboardSplit}, {"Arg1", u"\n"}, {"Arg2", u","}});
+    perform("clipboardDataWindowSplitButtonPressed");
+    fillSplitSheet();
     clipboard.table().mouseDown(1, 3, 1, {});
     clipboard.table().didClickTableColumn(3, {});
     shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow"));
