@@ -66,6 +66,15 @@ class ClipboardRow {
   StoredCell storedCell(std::size_t position) const {  // position from 0, of those stored
     return {block_->sparse ? columnsOf(block_)[position] : position, textAt(position)};
   }
+  // The stored cells of the columns [first, end): visit(column, text), in ascending order.
+  template <typename Visit>
+  void forEachStoredCell(std::size_t first, std::size_t end, Visit visit) const {
+    for (std::size_t i = firstPositionFrom(first); i < storedCellCount(); ++i) {
+      const auto [column, text] = storedCell(i);
+      if (column >= end) break;
+      visit(column, text);
+    }
+  }
   // The column after the last cell that is not blank.
   std::size_t endOfTexts() const {
     return storedCellCount() ? storedCell(storedCellCount() - 1).column + 1 : 0;

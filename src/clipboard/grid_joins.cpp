@@ -10,18 +10,31 @@ std::size_t cappedGroupSize(std::int64_t groupSize, std::size_t count) {
   return std::min(static_cast<std::size_t>(groupSize), count);
 }
 
+// Calls visit(position, text) for what is not blank of every groupSize-th cell from the column on. By the
+// cells that are stored where those are fewer: a wide row may have a text at its end, and nothing before.
+template <typename Visit>
+void forEachNthFilledCell(const ClipboardRow& row, std::size_t column, std::size_t groupSize, Visit visit) {
+  const std::size_t end = row.endOfTexts();
+  if (row.storedCellCount() < end / groupSize) {
+    row.forEachStoredCell(column, end, [&](std::size_t i, std::u16string_view text) {
+      if ((i - column) % groupSize == 0 && !text.empty()) visit((i - column) / groupSize, text);
+    });
+    return;
+  }
+  std::size_t position = 0;
+  for (std::size_t i = column; i < end; i += groupSize, ++position)
+    if (const auto text = row.cell(i); !text.empty()) visit(position, text);
+}
+
 // Every groupSize-th cell of the row, from the column on; cellCount cells in all.
 ClipboardRow everyNthCell(const ClipboardRow& row, std::size_t column, std::size_t groupSize,
                           std::size_t cellCount) {
-  const auto forEachFilledCell = [&](auto visit) {
-    std::size_t position = 0;
-    for (std::size_t i = column; i < row.endOfTexts(); i += groupSize, ++position)
-      if (const auto text = row.cell(i); !text.empty()) visit(position, text);
-  };
   RowSize size{.cellCount = cellCount};
-  forEachFilledCell([&](std::size_t i, std::u16string_view text) { size.addFilledCell(i, text.size()); });
+  forEachNthFilledCell(row, column, groupSize,
+                       [&](std::size_t i, std::u16string_view text) { size.addFilledCell(i, text.size()); });
   RowWriter writer(size);
-  forEachFilledCell([&](std::size_t i, std::u16string_view text) { writer.write(i, text); });
+  forEachNthFilledCell(row, column, groupSize,
+                       [&](std::size_t i, std::u16string_view text) { writer.write(i, text); });
   return writer.take();
 }
 

@@ -95,14 +95,22 @@ ClipboardRow mergedRow(const ClipboardGrid& grid, std::u16string_view mergeStrin
   return merged.row();
 }
 
+// Without a merge text only what is stored needs a visit.
+void mergeTexts(const ClipboardRow& row, const Merge& merge, std::u16string& text) {
+  for (const auto& [first, end] : merge.merged) {
+    if (first >= row.endOfTexts()) break;
+    row.forEachStoredCell(first, end, [&](std::size_t, std::u16string_view cell) { text += cell; });
+  }
+}
+
 // A row that lacks some of the columns has blank cells there, which do get the merge text, as transposing
 // makes them.
 void mergeCells(const ClipboardRow& row, std::u16string_view mergeString, const Merge& merge,
                 std::u16string& text) {
   text.clear();
+  if (mergeString.empty()) return mergeTexts(row, merge, text);
   for (const auto& [first, end] : merge.merged) {
     for (std::size_t column = first; column < end; ++column) {
-      if (mergeString.empty() && column >= row.endOfTexts()) return;
       if (column > merge.merged.front().first) text += mergeString;
       text += row.cell(column);
     }

@@ -119,6 +119,29 @@ TEST(RowBuilder, PadsToANumberOfCellsAndTakesNoneAway) {
   EXPECT_EQ(builder.take(), rowOf({u"a", u"", u"", u"b"}));
 }
 
+TEST(ClipboardRow, VisitsTheStoredCellsOfAPart) {
+  const struct {
+    PlainRow cells;
+    std::size_t first;
+    std::size_t end;
+    std::vector<std::size_t> columns;
+  } cases[] = {
+      {{u"a", u"", u"b", u""}, 0, 9, {0, 1, 2}},   {{u"a", u"", u"b", u""}, 1, 2, {1}},
+      {{u"a", u"", u"b", u""}, 3, 9, {}},          {{u"a", u"", u"b", u""}, 2, 1, {}},
+      {blankBut(200, {3, 150}), 0, 200, {3, 150}}, {blankBut(200, {3, 150}), 4, 150, {}},
+      {blankBut(200, {3, 150}), 3, 4, {3}},        {{}, 0, 9, {}},
+  };
+  for (const auto& one : cases) {
+    std::vector<std::size_t> columns;
+    const ClipboardRow row = rowOf(one.cells);
+    row.forEachStoredCell(one.first, one.end, [&](std::size_t column, std::u16string_view text) {
+      columns.push_back(column);
+      EXPECT_EQ(text, row.cell(column));
+    });
+    EXPECT_EQ(columns, one.columns) << one.first << " to " << one.end;
+  }
+}
+
 TEST(RowBuilder, AppendsTheCellsOfARowThatAreThere) {
   const ClipboardRow row = rowOf({u"a", u"", u"bc", u"", u""});
   const struct {

@@ -65,6 +65,32 @@ TEST(GridJoins, StackTheColumnsOfAGroup) {
         << before << " by " << groupSize;
 }
 
+// So many blank cells that looking at each of them would take minutes.
+ClipboardGrid wideGrid(std::size_t rowCount, std::size_t width) {
+  GridBuilder rows;
+  for (std::size_t i = 0; i < rowCount; ++i) {
+    RowBuilder row;
+    row.append(u"a");
+    row.padTo(width - 1);
+    row.append(u"b");
+    rows.append(row.take());
+  }
+  return rows.take();
+}
+
+TEST(GridJoins, StackTheColumnsOfAWideGridByItsTexts) {
+  constexpr std::size_t kRows = 2'000;
+  constexpr std::size_t kWidth = 1'000'000;
+  const ClipboardGrid joined = joinConsecutiveColumns(wideGrid(kRows, kWidth), 2);
+  ASSERT_EQ(joined.rowCount(), 2 * kRows);
+  for (const std::size_t row : {std::size_t{0}, kRows - 1}) {
+    EXPECT_EQ(joined.row(row).cellCount(), kWidth / 2);
+    EXPECT_TRUE(joined.row(row).text() == u"a" && joined.row(row).cell(0) == u"a");
+    EXPECT_TRUE(joined.row(row + kRows).text() == u"b" &&
+                joined.row(row + kRows).cell(kWidth / 2 - 1) == u"b");
+  }
+}
+
 TEST(GridJoins, DoAsPlainListsDo) {
   testing::withRandomGrids(15, [](auto& random, const PlainGrid& plain, const ClipboardGrid& grid) {
     const auto groupSize = static_cast<std::int64_t>(2 + random.below(random.oneIn(4) ? 200 : 5));

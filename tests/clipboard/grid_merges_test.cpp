@@ -128,6 +128,26 @@ TEST(GridMerges, StoreNothingForTheBlankCellsOfAWideGrid) {
   }
 }
 
+// So many blank cells that looking at each of them would take minutes.
+TEST(GridMerges, FoldTheColumnsOfAWideGridByItsTexts) {
+  constexpr std::int64_t kWidth = 1'000'000;
+  GridBuilder rows;
+  for (int i = 0; i < 2'000; ++i) {
+    RowBuilder row;
+    row.append(u"a");
+    row.padTo(kWidth - 1);
+    row.append(u"b");
+    rows.append(row.take());
+  }
+  IndexSet all;
+  all.addRange(0, kWidth - 1);
+  const MergedGrid merged = mergeColumns(rows.take(), u"", all, kUp);
+  merged.grid.forEachRow([](const ClipboardRow& row) {
+    EXPECT_EQ(row.cellCount(), 1U);
+    EXPECT_TRUE(row.cell(0) == u"ab");
+  });
+}
+
 TEST(GridMerges, DoAsPlainListsDo) {
   testing::withRandomGrids(14, [](auto& random, const PlainGrid& plain, const ClipboardGrid& grid) {
     const bool down = random.oneIn(2);
