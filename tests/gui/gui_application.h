@@ -1,0 +1,59 @@
+// A whole Quillet with its windows in a home of its own, on a screen that nobody sees.
+#pragma once
+
+#include <QApplication>
+#include <gtest/gtest.h>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "support/temporary_folder.h"
+#include "ui/quillet_application.h"
+
+namespace quillet::testing {
+
+class HomeFolders final : public Folders {
+ public:
+  explicit HomeFolders(std::string home) : home_(std::move(home)) {}
+  std::optional<std::string> documentsFolder() const override {
+    std::string folder = home_ + "/Documents";
+    return makeFolders(folder) ? std::optional(folder) : std::nullopt;
+  }
+  std::string temporaryParentFolder() const override { return home_ + "/tmp"; }
+  std::string defaultsFile() const override { return home_ + "/defaults.json"; }
+
+ private:
+  std::string home_;
+};
+
+class GuiTest : public ::testing::Test {
+ protected:
+  ui::QuilletApplication& quillet() {
+    if (!quillet_)
+      quillet_ = std::make_unique<ui::QuilletApplication>(std::make_shared<HomeFolders>(home_.path()));
+    return *quillet_;
+  }
+  AppDelegate& application() { return quillet().application(); }
+  void launch(const std::vector<std::string>& paths = {}) {
+    quillet().launch(paths);
+    QApplication::processEvents();
+  }
+  // Stores the session; the next launch begins with it.
+  void terminate() {
+    quillet().terminate();
+    quillet_.reset();
+  }
+
+  template <typename Widget>
+  Widget* find(const char* window, const char* name) {
+    QWidget* form = quillet().windows().widget(window);
+    return form ? form->findChild<Widget*>(QLatin1String(name)) : nullptr;
+  }
+
+  TemporaryFolder home_;
+
+ private:
+  std::unique_ptr<ui::QuilletApplication> quillet_;
+};
+
+}  // namespace quillet::testing
