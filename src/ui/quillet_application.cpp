@@ -20,7 +20,9 @@ namespace {
 
 constexpr const char* kActivationToken = "XDG_ACTIVATION_TOKEN";
 
+// "" for a user without a folder for it; nothing is stored then.
 QString placesFile(const Folders& folders) {
+  if (folders.defaultsFile().empty()) return {};
   return QFileInfo(QFile::decodeName(folders.defaultsFile().c_str())).absolutePath() +
          QStringLiteral("/windows.ini");
 }
