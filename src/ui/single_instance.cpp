@@ -71,7 +71,7 @@ std::optional<StartRequest> requestOfMessage(const QByteArray& message) {
   const QJsonDocument document = QJsonDocument::fromJson(message);
   if (!document.isObject()) return {};
   StartRequest request;
-  for (const QJsonValue& file : document[QStringLiteral("files")].toArray())
+  for (const auto& file : document[QStringLiteral("files")].toArray())
     if (auto path = pathOfJson(file)) request.paths.push_back(std::move(*path));
   request.activationToken = document[QStringLiteral("token")].toString().toStdString();
   return request;
