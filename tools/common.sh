@@ -5,8 +5,14 @@
 readonly QUILLET_PACKAGES=(
   g++ cmake ninja-build pkg-config gettext python3
   libicu-dev libsqlite3-dev nlohmann-json3-dev
+  qt6-base-dev qt6-svg-dev
   libgtest-dev libbenchmark-dev
+  desktop-file-utils appstream
 )
+# What shows windows where nobody sees them, beside these.
+readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth fonts-dejavu-core)
+# What makes a Debian package, beside these.
+readonly QUILLET_DEB_PACKAGES=(dpkg-dev file)
 # What the fuzz targets need beside these. The tests go on without them.
 readonly QUILLET_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # The programs behind the packages, to judge a system whose packages have other names.
@@ -65,15 +71,15 @@ install_packages() {
   apt_get "${install[@]}" || { apt_get update && apt_get "${install[@]}"; }
 }
 
-# Sees to it that Debian 12 has what the build needs. Another system is told what is missing and is left as it
-# is.
+# require_packages [PACKAGE...]: sees to it that Debian 12 has what the build needs, and these. Another system
+# is told what is missing and is left as it is.
 require_packages() {
   local -a missing=()
   if ! is_debian_12; then
     require_programs
     return
   fi
-  mapfile -t missing < <(missing_packages "${QUILLET_PACKAGES[@]}")
+  mapfile -t missing < <(missing_packages "${QUILLET_PACKAGES[@]}" "$@")
   [[ ${#missing[@]} -eq 0 ]] && return
   if [[ $(id -u) -ne 0 ]] && ! command -v sudo >/dev/null; then
     fail "These packages are missing, and there is neither root nor sudo to install them: ${missing[*]}"

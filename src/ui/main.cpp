@@ -1,37 +1,113 @@
+// quillet [PATH...]
 #include <QApplication>
 #include <QFile>
-#include <QFileInfo>
-#include <clocale>
+#include <QIcon>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "ui/icons.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
+#include "ui/single_instance.h"
+#include "ui/termination_signals.h"
 #include "ui/theme.h"
 
 namespace {
 
-std::vector<std::string> pathsOf(const QStringList& arguments) {
-  std::vector<std::string> paths;
-  for (const QString& argument : arguments.mid(1))
-    paths.push_back(QFile::encodeName(QFileInfo(argument).absoluteFilePath()).toStdString());
-  return paths;
+using quillet::ui::SingleInstance;
+using quillet::ui::StartRequest;
+
+const char* const kUsage =
+    "usage: quillet [PATH...]\n"
+    "\n"
+    "Opens Quillet with the text files of these paths. When it is running already they go to the end of its\n"
+    "list, and its window comes forward.\n"
+    "\n"
+    "  --help      prints this\n"
+    "  --version   prints the version\n";
+
+// Every argument is a path, also one that begins with a dash: alone one of these two is told first.
+bool answerQuestion(const std::vector<std::string>& arguments) {
+  if (arguments.size() != 1) return false;
+  if (arguments[0] == "--help") return std::fputs(kUsage, stdout) >= 0;
+  if (arguments[0] == "--version") return std::puts("quillet " QUILLET_VERSION) >= 0;
+  return false;
+}
+
+// As bytes, which need not be UTF-8.
+StartRequest requestOf(const std::vector<std::string>& arguments) {
+  StartRequest request;
+  std::error_code error;
+  for (const std::string& argument : arguments)
+    if (!argument.empty())
+      request.paths.push_back(std::filesystem::absolute(argument, error).lexically_normal().string());
+  if (const char* token = std::getenv("XDG_ACTIVATION_TOKEN")) request.activationToken = token;
+  return request;
+}
+
+// Without an application object of the windows: it needs no display.
+SingleInstance::Role handOver(SingleInstance& instance, const StartRequest& request, int argc, char** argv) {
+  const QCoreApplication qt(argc, argv);
+  return instance.start(request);
+}
+
+void prepare() {
+  QApplication::setApplicationName(QStringLiteral("quillet"));
+  QApplication::setApplicationDisplayName(QStringLiteral("Quillet"));
+  QApplication::setApplicationVersion(QStringLiteral(QUILLET_VERSION));
+  QApplication::setDesktopFileName(QStringLiteral("org.quillet.Quillet"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  // A write that fails is told to the one who writes.
+  std::signal(SIGXFSZ, SIG_IGN);
+  std::signal(SIGPIPE, SIG_IGN);
+}
+
+int run(QApplication& qt, const SingleInstance& instance, const StartRequest& request) {
+  quillet::ui::applyTheme(qt, quillet::ui::schemeOfDesktop());
+  quillet::ui::QuilletApplication quillet(std::make_shared<quillet::UserFolders>());
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));
+  const quillet::ui::TerminationSignals termination([&quillet] { quillet.terminate(); });
+  const auto server = instance.listen([&quillet](const StartRequest& later) { quillet.receive(later); });
+  quillet.launch(request.paths);
+  const int status = QApplication::exec();
+  // The end does not wait for a run, and destroys nothing that it uses.
+  if (quillet.isRunGoingOn()) {
+    quillet::PrivateTemporaryFolder::removeAll();
+    std::_Exit(status);
+  }
+  return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication qt(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("quillet"));
-  QApplication::setApplicationDisplayName(QStringLiteral("Quillet"));
-  QApplication::setDesktopFileName(QStringLiteral("org.quillet.Quillet"));
-  QApplication::setQuitOnLastWindowClosed(false);
+  const std::vector<std::string> arguments(argv + 1, argv + argc);
+  if (answerQuestion(arguments)) return EXIT_SUCCESS;
+  prepare();
+  int noArguments = 1;  // none of them is for Qt
   // For the pictures of the guide; not told to users.
-  if (const QStringList arguments = QApplication::arguments();
-      arguments.value(1) == QLatin1String("--screenshots"))
-    return quillet::ui::writeScreenshots(qt, arguments.value(2), arguments.value(3)) ? 0 : 1;
-  quillet::ui::applyTheme(qt, quillet::ui::schemeOfDesktop());
-  quillet::ui::QuilletApplication quillet(std::make_shared<quillet::UserFolders>());
-  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));
-  quillet.launch(pathsOf(QApplication::arguments()));
-  return QApplication::exec();
+  if (arguments.size() == 3 && arguments[0] == "--screenshots") {
+    QApplication qt(noArguments, argv);
+    return quillet::ui::writeScreenshots(qt, QFile::decodeName(arguments[1].c_str()),
+                                         QFile::decodeName(arguments[2].c_str()))
+               ? EXIT_SUCCESS
+               : EXIT_FAILURE;
+  }
+  const StartRequest request = requestOf(arguments);
+  SingleInstance instance(quillet::ui::runtimeFolder());
+  switch (handOver(instance, request, noArguments, argv)) {
+    case SingleInstance::Role::HandedOver:
+      return EXIT_SUCCESS;
+    case SingleInstance::Role::Unanswered:
+      std::fputs("quillet: it is running and does not answer\n", stderr);
+      return EXIT_FAILURE;
+    case SingleInstance::Role::First:
+      break;
+  }
+  QApplication qt(noArguments, argv);
+  return run(qt, instance, request);
 }

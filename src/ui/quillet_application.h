@@ -8,29 +8,42 @@
 
 #include "ui/application_windows.h"
 #include "ui/qt_desktop.h"
+#include "ui/single_instance.h"
+#include "ui/window_places.h"
 
 namespace quillet::ui {
 
 // Main thread only; after the QApplication, which outlives it.
 class QuilletApplication final : public QObject {
  public:
+  // The places of the windows are kept beside the user defaults.
   explicit QuilletApplication(std::shared_ptr<const Folders> folders);
   ~QuilletApplication() override;
 
   // The paths go to the application before its windows come up.
   void launch(const std::vector<std::string>& paths);
-  void filesFromLaterStart(const std::vector<std::string>& paths) {
-    application_->filesFromLaterStart(paths);
-  }
+  // What a later start hands over. The main window comes forward, also without files.
+  void receive(const StartRequest& request);
   // Stores the session and leaves the event loop. A run is not awaited.
   void terminate();
+  bool isRunGoingOn();
 
   AppDelegate& application() { return *application_; }
   ApplicationWindows& windows() { return *windows_; }
 
+ protected:
+  // What the desktop asks of the whole application: to quit, to open a file.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  void followSession();
+  void storeSession();
+  template <typename Action>
+  void forEachMainWindow(Action action);
+
   QtDesktop desktop_;
   std::shared_ptr<MainThread> mainThread_;
+  WindowPlaces places_;
   std::unique_ptr<AppDelegate> application_;
   std::unique_ptr<ApplicationWindows> windows_;
   bool terminated_ = false;

@@ -6,8 +6,11 @@
 #include <QFile>
 #include <QPixmap>
 #include <QTemporaryDir>
+#include <fstream>
+#include <nlohmann/json.hpp>
 
 #include "operations/operation_codes.h"
+#include "shell/operation_json.h"
 #include "ui/quillet_application.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
@@ -35,6 +38,8 @@ constexpr std::int64_t kPanels[] = {OpReplaceCharacter, OpSkipLine,       OpTrim
                                     OpReplaceLine,      OpJoinLines,      OpTrimColumn,
                                     OpReplaceColumn,    OpReformatColumn, OpSetInitialNumberOfColumns,
                                     OpRearrangeColumns, OpJoinColumns};
+
+constexpr int kOutputAsTable = 2;
 
 class Photographer {
  public:
@@ -69,6 +74,8 @@ class Photographer {
   }
 
   void mainWindow() {
+    static_cast<PopUpButton*>(application().interface().control("previewTypePopUpButton"))
+        ->userSelects(kOutputAsTable);
     shoot("window", QStringLiteral("window"));
     for (const char* command : {"saveJobMenuItemClicked"}) {
       perform(command);
@@ -77,7 +84,9 @@ class Photographer {
   }
 
   void operationPanels() {
-    for (const std::int64_t row : {0, 1}) {
+    const auto operations = application().shared().files->all().front()->operations.value_or(OperationList());
+    const auto last = static_cast<std::int64_t>(operations.size()) - 1;
+    for (const std::int64_t row : {std::int64_t{0}, last}) {
       application().operationTable().table().userSelects(IndexSet{row});
       perform("showOperationWindow");
       shootOpenSheets();
@@ -141,11 +150,24 @@ class Photographer {
   bool allWritten_ = true;
 };
 
+// The sample file with the operations that clean it.
+void launchWithSample(QuilletApplication& quillet, const QString& samples) {
+  quillet.launch({QFile::encodeName(samples + QStringLiteral("/customers.csv")).toStdString()});
+  std::ifstream file(QFile::encodeName(samples + QStringLiteral("/clean-customers.json")).toStdString());
+  const auto operations = operationsFromJson(nlohmann::json::parse(file, nullptr, false));
+  if (!operations) return;
+  AppDelegate& application = quillet.application();
+  // What the sample's operations look for.
+  application.shared().defaults->setValue("DecodeErrorReplacement", "\ufffd");
+  application.inputFileList().setOperations(0, *operations);
+  application.fileSelection().select(0);
+}
+
 bool takeIn(QApplication& application, Scheme scheme, const QString& samples, const QString& folder) {
   const QTemporaryDir home;
   applyTheme(application, scheme);
   QuilletApplication quillet(std::make_shared<TemporaryFolders>(home.path().toStdString()));
-  quillet.launch({QFile::encodeName(samples + QStringLiteral("/customers.csv")).toStdString()});
+  launchWithSample(quillet, samples);
   return Photographer(quillet, folder,
                       scheme == Scheme::Dark ? QStringLiteral("dark") : QStringLiteral("light"))
       .takeAll();
