@@ -103,8 +103,8 @@ def check_reference(text, panels, examples, performed):
 
 def check_shortcuts(text, panels):
     """Every shortcut of the menus stands in a row of the page with the item's name."""
-    rows = {(row[0].strip("`"), cell) for block in guide_text.blocks_of(text) if block.kind == "table"
-            for row in block.rows for cell in row[1:]}
+    rows = {(row[0].strip("`"), row[1].partition(", ")[0]) for block in guide_text.blocks_of(text)
+            if block.kind == "table" for row in block.rows}
     return ["%s: %s (%s) is missing" % (KEYBOARD, title, shortcut)
             for title, shortcut in sorted(panels.shortcuts.items()) if (shortcut, title) not in rows]
 
