@@ -18,6 +18,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
@@ -28,6 +29,7 @@
 #include "platform/localization.h"
 #include "shell/drag_and_drop.h"
 #include "shell/preview_cells.h"
+#include "shell/table_keys.h"
 #include "ui/binder.h"
 #include "ui/forms.h"
 #include "ui/grid_view.h"
@@ -115,6 +117,8 @@ ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desk
   dressJobsWindow();
   dressPreferences();
   addDrops();
+  addKeys();
+  addContextMenus();
 }
 
 // Controls outlive the widgets, so nothing may tell them any more.
@@ -356,6 +360,7 @@ void ApplicationWindows::addToolBar(Window& window, QMainWindow& form) {
   auto* bar = new QToolBar(tr("Tools"));
   bar->setObjectName(QStringLiteral("clipboardDataWindowToolBar"));
   bar->setMovable(false);
+  bar->setIconSize({18, 18});
   bar->setFloatable(false);
   bar->setContextMenuPolicy(Qt::PreventContextMenu);
   form.addToolBar(bar);
@@ -405,6 +410,77 @@ void ApplicationWindows::dressPreferences() {
   connect(new QShortcut(QKeySequence(Qt::Key_Escape), form), &QShortcut::activated, form, &QWidget::close);
 }
 
+namespace {
+
+// The first character of a key press as the application names it; 0 for a key that it does not know.
+char16_t keyOf(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Up:
+      return kUpArrowKey;
+    case Qt::Key_Down:
+      return kDownArrowKey;
+    case Qt::Key_Space:
+      return kSpaceKey;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return kReturnKey;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+// What tables do with keys before Qt sees them. F6 goes round the panes of a window.
+void ApplicationWindows::addKeys() {
+  for (const char* name : {"previewTableView", "previewOutputTableView"}) {
+    auto* view = find<TableView>("window", name);
+    auto* table = dynamic_cast<Table*>(application_.interface().control(name));
+    view->setKeyFilter([this, table](const QKeyEvent& event) {
+      const char16_t key = keyOf(event);
+      return key &&
+             application_.previewKeys().keyDown(*table, {key, event.modifiers().testFlag(Qt::AltModifier),
+                                                         event.modifiers().testFlag(Qt::ControlModifier)});
+    });
+  }
+  addPaneKeys("window", {"filesTableView", "operationsTableView", "previewStack"});
+  addPaneKeys("clipboardDataWindow", {"clipboardDataWindowStack", "clipboardDataWindowOperationsTableView"});
+  addPaneKeys("previousJobsWindow", {"previousJobsWindowJobsTableView", "previousJobsWindowFilesTableView",
+                                     "previousJobFileWindowOperationsTableView"});
+}
+
+void ApplicationWindows::addPaneKeys(std::string_view window, const QStringList& panes) {
+  QWidget* form = widget(window);
+  const auto go = [form, panes](int step) {
+    const auto count = static_cast<int>(panes.size());
+    int now = step > 0 ? -1 : count;
+    for (int i = 0; i < count; ++i) {
+      const auto* pane = form->findChild<QWidget*>(panes[i]);
+      if (pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget())) now = i;
+    }
+    auto* next = form->findChild<QWidget*>(panes[(now + step + count) % count]);
+    if (auto* stack = qobject_cast<QStackedWidget*>(next)) next = stack->currentWidget();
+    next->setFocus(Qt::ShortcutFocusReason);
+  };
+  connect(new QShortcut(QKeySequence(Qt::Key_F6), form), &QShortcut::activated, form, [go] { go(1); });
+  connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), form), &QShortcut::activated, form,
+          [go] { go(-1); });
+}
+
+void ApplicationWindows::addContextMenus() {
+  const auto add = [this](const char* window, const char* table, QMenu* menu) {
+    auto* view = find<TableView>(window, table);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view, &QWidget::customContextMenuRequested, menu,
+            [view, menu](const QPoint& point) { menu->popup(view->viewport()->mapToGlobal(point)); });
+  };
+  const MenuActions ofMain = menuActions(application_.windows().main);
+  add("window", "filesTableView", newFilesMenu(widget("window"), ofMain));
+  add("window", "operationsTableView", newOperationsMenu(widget("window"), ofMain));
+  add("previousJobsWindow", "previousJobsWindowJobsTableView",
+      newJobsMenu(widget("previousJobsWindow"), menuActions(application_.windows().previousJobs)));
+}
+
 void ApplicationWindows::addDrops() {
   const auto add = [&](const char* window, const char* name, DropTable table,
                        std::function<void(const QMimeData&, int)> drop) {
@@ -413,6 +489,8 @@ void ApplicationWindows::addDrops() {
         {mimeTypeOf(table),
          [table](const QMimeData& data) { return validateDrop(table, typesOf(data)) == DropOperation::Copy; },
          std::move(drop)});
+    connect(view, &TableView::moveAsked, this,
+            [this, view](int direction) { moveSelectedRows(*view, direction); });
   };
   add("window", "filesTableView", DropTable::Files, [this](const QMimeData& data, int row) {
     application_.fileCommands().acceptDrop(
@@ -431,16 +509,21 @@ void ApplicationWindows::addDrops() {
 
 // As a drop of the selected rows one gap further.
 void ApplicationWindows::moveSelectedRows(int rows) {
-  auto* view = qobject_cast<TableView*>(QApplication::focusWidget());
-  if (!view) return;
-  const IndexSet selected = view->selectedRowIndexes();
+  if (auto* view = qobject_cast<TableView*>(QApplication::focusWidget())) moveSelectedRows(*view, rows);
+}
+
+void ApplicationWindows::moveSelectedRows(TableView& view, int rows) {
+  const IndexSet selected = view.selectedRowIndexes();
   if (selected.isEmpty()) return;
   const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
-  if (row < 0 || row > view->model()->rowCount()) return;
-  if (view->objectName() == QLatin1String("filesTableView"))
+  if (row < 0 || row > view.model()->rowCount()) return;
+  if (view.objectName() == QLatin1String("filesTableView"))
     application_.fileCommands().acceptDrop({selected, {}}, row);
-  if (view->objectName() == QLatin1String("operationsTableView"))
+  if (view.objectName() == QLatin1String("operationsTableView"))
     application_.operationEditor().acceptDrop(selected, row);
+  RearrangeColumnsPanel& columns = application_.operationEditor().panels().rearrangeColumns();
+  if (view.objectName() == QLatin1String("rearrangeColumnsOperationWindowColumnsTableView"))
+    rows < 0 ? columns.moveSelectedRowsUp() : columns.moveSelectedRowsDown();
 }
 
 }  // namespace quillet::ui

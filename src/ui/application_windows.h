@@ -47,7 +47,11 @@ class ApplicationWindows final : public QObject {
   MenuActions menuActions(Window& window);
   void addDrops();
   void perform(const std::string& command);
+  void addKeys();
+  void addPaneKeys(std::string_view window, const QStringList& panes);
+  void addContextMenus();
   void moveSelectedRows(int rows);
+  void moveSelectedRows(TableView& view, int rows);
   bool close(Window& window);
   Window* windowOf(const QObject* widget) const;
 

@@ -39,10 +39,9 @@ class GridDelegate final : public QStyledItemDelegate {
     const std::int64_t tag = ClipboardSelection::tagForCell(index.row(), index.column());
     const bool selected = group_.data().selection().isSelected(tag);
     const bool focused = option.widget && option.widget->hasFocus();
-    if (selected)
-      painter->fillRect(option.rect, focused ? colours.selectedFill : colours.cellUnfocused);
-    else if (index.row() % 2)
-      painter->fillRect(option.rect, colours.alternate);
+    const QColor plain = index.row() % 2 ? colours.alternate : colours.base;
+    const QColor strong = focused ? colours.selectedFill : colours.cellUnfocused;
+    painter->fillRect(option.rect, selected ? strong : plain);
     if (ClipboardSelection::isEmpty(tag, group_.data().clipboardDataArray())) {
       painter->setPen(selected ? colours.missingSelected : colours.missing);
       painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -155,6 +154,7 @@ std::optional<GridKey> gridKey(int key) {
 GridView::GridView(QWidget* parent) : TableView(parent) {
   setSelectionMode(NoSelection);
   setFont(quillet::ui::fixedWidthFont());
+  viewport()->setBackgroundRole(QPalette::Window);  // beyond the cells
   setRowHeight(17);
   setCornerButtonEnabled(true);
   verticalHeader()->show();

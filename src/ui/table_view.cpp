@@ -76,6 +76,10 @@ void TableView::paintEvent(QPaintEvent* event) {
 
 // Return is the table's own command, not an activation of a cell.
 void TableView::keyPressEvent(QKeyEvent* event) {
+  if (keyFilter_ && keyFilter_(*event)) return;
+  const bool isMove = event->modifiers() == Qt::AltModifier && !drops_.mimeType.isEmpty();
+  if (isMove && event->key() == Qt::Key_Up) return emit moveAsked(-1);
+  if (isMove && event->key() == Qt::Key_Down) return emit moveAsked(1);
   if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return event->ignore();
   QTableView::keyPressEvent(event);
 }

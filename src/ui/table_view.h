@@ -33,8 +33,12 @@ class TableView : public QTableView {
 
   quillet::IndexSet selectedRowIndexes() const;
 
+  // Sees each key first; true takes it.
+  void setKeyFilter(std::function<bool(const QKeyEvent& event)> filter) { keyFilter_ = std::move(filter); }
+
  signals:
-  void activatedRow(int row);  // by a double click
+  void activatedRow(int row);     // by a double click
+  void moveAsked(int direction);  // Alt with an arrow: -1 up, 1 down
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -55,6 +59,7 @@ class TableView : public QTableView {
   QString emptyText_;
   int rowHeight_ = 22;
   Drops drops_;
+  std::function<bool(const QKeyEvent& event)> keyFilter_;
   int dropRow_ = -1;
 };
 
