@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <clocale>
 
+#include "ui/guide_pictures.h"
 #include "ui/icons.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
@@ -17,6 +18,14 @@ std::vector<std::string> pathsOf(const QStringList& arguments) {
   return paths;
 }
 
+// --screenshots SAMPLES FOLDER: every window and sheet, in both palettes. --screenshots --guide SAMPLES
+// FOLDER: the pictures of the guide. Not told to users.
+bool takePictures(QApplication& application, const QStringList& arguments) {
+  if (arguments.value(0) == QLatin1String("--guide"))
+    return quillet::ui::writeGuidePictures(application, arguments.value(1), arguments.value(2));
+  return quillet::ui::writeScreenshots(application, arguments.value(0), arguments.value(1));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -25,10 +34,8 @@ int main(int argc, char** argv) {
   QApplication::setApplicationDisplayName(QStringLiteral("Quillet"));
   QApplication::setDesktopFileName(QStringLiteral("org.quillet.Quillet"));
   QApplication::setQuitOnLastWindowClosed(false);
-  // For the pictures of the guide; not told to users.
-  if (const QStringList arguments = QApplication::arguments();
-      arguments.value(1) == QLatin1String("--screenshots"))
-    return quillet::ui::writeScreenshots(qt, arguments.value(2), arguments.value(3)) ? 0 : 1;
+  if (QApplication::arguments().value(1) == QLatin1String("--screenshots"))
+    return takePictures(qt, QApplication::arguments().mid(2)) ? 0 : 1;
   quillet::ui::applyTheme(qt, quillet::ui::schemeOfDesktop());
   quillet::ui::QuilletApplication quillet(std::make_shared<quillet::UserFolders>());
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));

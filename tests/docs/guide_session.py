@@ -5,12 +5,10 @@ import pathlib
 import re
 import subprocess
 import tempfile
-import xml.etree.ElementTree
 
-ENCODINGS = {"UTF-8": "utf-8", "Windows CP1252": "cp1252", "Mac Roman": "mac_roman", "ASCII": "ascii"}
-LINE_ENDS = {"Windows": "\r\n", "old Mac": "\r"}
-# How a page writes what nobody could see: a blank at an end, a tab, control characters, any code point, a byte.
-SHOWN_CHARACTERS = {"␣": " ", "⇥": "\t", "␡": "\x7f", **{chr(0x2400 + code): chr(code) for code in range(0x20)}}
+from guide_notation import (ExampleFailed, bytes_of, cells, check_clauses, form_of, grid_rows, numbers, option, spelt,
+                            typed)
+
 # A check box that stands before a text: the text is its row's value, or "off".
 TEXT_OF_CHECK_BOX = {
     "initialOperationsWindowSplitContentsIntoLinesCheckbox": "initialOperationsWindowLineSeparatorComboBox",
@@ -36,118 +34,6 @@ PROMPTS = ("Enter any text to insert between columns", "Enter any text to insert
 KEYS = ("Up", "Down", "Left", "Right", "Tab", "Return", "Delete")
 
 
-class ExampleFailed(Exception):
-    """What an example says is not what the program does."""
-
-
-def spelt(text):
-    """A text of the page as the program gets it."""
-    text = "".join(SHOWN_CHARACTERS.get(character, character) for character in text)
-    text = re.sub(r"\{U\+([0-9A-F]{4,6})\}", lambda found: chr(int(found[1], 16)), text)
-    # Decoded as Python keeps bytes that are no text.
-    return re.sub(r"\{byte ([89A-F][0-9A-F])\}", lambda found: chr(0xDC00 + int(found[1], 16)), text)
-
-
-def typed(value):
-    """The text in a field: in backquotes, or (empty)."""
-    if value == "(empty)":
-        return ""
-    code = re.fullmatch(r"(`+)(.+)\1", value)
-    if not code:
-        raise ExampleFailed("%s should stand in backquotes, as it is typed" % value)
-    return spelt(code[2])
-
-
-def numbers(value):
-    """The indexes from 0 of a list such as "1, 3"."""
-    if value == "(none)":
-        return []
-    return [int(number) - 1 for number in value.split(",")]
-
-
-def cells(value):
-    """The cells of a list such as "(1, 2), (2, 2)", from 0."""
-    found = re.findall(r"\((\d+), (\d+)\)", value)
-    if ", ".join("(%s, %s)" % cell for cell in found) != value:
-        raise ExampleFailed("%s is no list of cells" % value)
-    return [(int(row) - 1, int(column) - 1) for row, column in found]
-
-
-def grid_rows(text):
-    """The cells of a grid: each between bars, blanks at its ends left out; a line may be shorter than others."""
-    rows = []
-    for line in text.split("\n"):
-        if not re.fullmatch(r"\|.*\|", line.rstrip()):
-            raise ExampleFailed("a line of a grid stands between bars: %s" % line)
-        inner = line.rstrip()[1:-1]
-        rows.append([spelt(cell.strip(" ")) for cell in inner.split("|")] if inner else [])
-    return rows
-
-
-def without_year(title):
-    """A format's sample is a day of the present year, which a page cannot follow."""
-    return re.sub(r"^(\d+/\d+/)\d\d$", r"\1YY", re.sub(r"20\d\d", "YEAR", title))
-
-
-def option(where, pattern):
-    """The word of one clause of what a paragraph says; None without it."""
-    found = re.search(pattern, where)
-    return found[1] if found else None
-
-
-def check_clauses(where):
-    rest = re.sub(r"`[^`]+`| in the output folder| written as (UTF-8|Windows CP1252|Mac Roman|ASCII)"
-                  r"| with (Windows|old Mac) line ends| in the time zone [\w/]+| in the language \w+", "", where)
-    if rest.strip(", :"):
-        raise ExampleFailed("it is not known what this means: %s" % rest.strip(", :"))
-
-
-def bytes_of(where, text, ends_in_separator):
-    line_end = LINE_ENDS.get(option(where, r"with (Windows|old Mac) line ends"), "\n")
-    lines = text.split("\n") if text else []
-    whole = line_end.join(spelt(line) for line in lines) + (line_end if ends_in_separator and lines else "")
-    encoding = ENCODINGS[option(where, r"written as ([^,:]+)") or "UTF-8"]
-    return whole.encode(encoding, "surrogateescape")
-
-
-class Panels:
-    """What the windows say: the labels of the forms, and the items of the menus."""
-
-    def __init__(self, source):
-        self.labels = {}  # window: {label: (kind, control)}
-        for form in sorted((source / "src" / "ui" / "forms").glob("*.ui")):
-            self.read_form(xml.etree.ElementTree.parse(form).getroot())
-        menus = (source / "src" / "ui" / "menus.cpp").read_text(encoding="utf-8")
-        item = r'(?:QT_TRANSLATE_NOOP\(\s*"\w+",\s*)?"([^"]+)"\)?,\s*(?:nullptr|"([^"]*)"),\s*"(\w+)"'
-        self.menu = {title.rstrip("…").replace("&", ""): (handler, shortcut)
-                     for title, shortcut, handler in re.findall(item, menus)}
-        added = re.findall(r'(?:translated|withKey)\("([^"]+)"\),\s*"([^"]+)"', menus)
-        self.shortcuts = {**{title: shortcut for title, (_, shortcut) in self.menu.items() if shortcut},
-                          **{title.rstrip("…").replace("&", ""): shortcut for title, shortcut in added}}
-        codes = (source / "src" / "operations" / "operation_codes.h").read_text(encoding="utf-8")
-        self.codes = [int(code) for code in re.findall(r"^  Op\w+ = (\d+),", codes, re.M)]
-        self.prompt_sources = "".join(file.read_text(encoding="utf-8")
-                                      for file in sorted((source / "src" / "shell").rglob("*.cpp")))
-
-    def read_form(self, root):
-        labels = self.labels.setdefault(root.find("widget").get("name"), {})
-        widgets = {widget.get("name"): widget for widget in root.iter("widget")}
-        for name, widget in widgets.items():
-            text = widget.findtext("property[@name='text']/string") or ""
-            label = text.replace("&", "").rstrip(":")
-            buddy = widget.findtext("property[@name='buddy']/cstring")
-            if widget.get("class") == "QLabel" and buddy in widgets:
-                labels[label] = (self.kind(widgets[buddy]), buddy)
-            elif widget.get("class") == "QCheckBox":
-                labels[label] = ("check box", name)
-
-    @staticmethod
-    def kind(widget):
-        if widget.get("class") == "QComboBox" and widget.find("property[@name='editable']") is None:
-            return "pop-up"
-        return "table" if widget.get("class").endswith("TableView") else "text"
-
-
 class Session:
     """One application with a home of its own, for one example."""
 
@@ -168,7 +54,7 @@ class Session:
         self.do("setDefaults", values={"OutputFolderBookmark": (self.home / "output").as_uri() + "/",
                                        "DontOpenOutputFolderAfterComplete": True})
         self.do("launch")
-        self.names = {}
+        self.names = {}  # of the operations; those of files come first where both sides have one
         for code in panels.codes:
             title = self.do("call", name="descriptionForOperation", operation={"Code": code})["description"][0]
             self.names.setdefault(title, []).append(code)
@@ -231,11 +117,13 @@ class Session:
         if control not in self.titles:
             window = re.match(r"[a-zA-Z]+?Window", control)[0]
             for name, shown in self.do("controls", window=window)["controls"].items():
-                self.titles[name] = {without_year(str(item[1])): item[0]
-                                     for item in shown["titles"] or [] if len(item) == 2}
-        if without_year(title) not in self.titles[control]:
+                items = self.titles.setdefault(name, {})
+                for item in shown["titles"] or []:
+                    if len(item) == 2 and isinstance(item[0], int):
+                        items[form_of(item[1], items)] = item[0]
+        if form_of(title) not in self.titles[control]:
             raise ExampleFailed("%s has no item %s, but %s" % (control, title, sorted(self.titles[control])))
-        return self.titles[control][without_year(title)]
+        return self.titles[control][form_of(title)]
 
     # The file side.
 
@@ -427,8 +315,8 @@ class Session:
                 raise ExampleFailed("there is nothing for %s" % name)
         elif self.grid_is_open() and name in self.panels.menu:
             self.grid_action(name, step.fields)
-        elif codes := [code for code in self.names.get(name, []) if code in FILE_PANELS]:
-            self.file_operation(codes[0], step.fields)
+        elif self.paths and name in self.names and self.names[name][0] in FILE_PANELS:
+            self.file_operation(self.names[name][0], step.fields)
         else:
             raise ExampleFailed("there is no operation %s" % name)
 

@@ -10,6 +10,8 @@ import pathlib
 import re
 import sys
 
+import guide_notation
+import guide_panels
 import guide_session
 import guide_text
 
@@ -82,7 +84,7 @@ def perform_examples(drive, panels, examples):
     for example in examples:
         try:
             performed.append(guide_session.perform_example(drive, panels, example))
-        except guide_session.ExampleFailed as failure:
+        except guide_notation.ExampleFailed as failure:
             problems.append("%s: %s" % (example.place(), failure))
             performed.append(set())
     return problems, performed
@@ -112,7 +114,7 @@ def check_shortcuts(text, panels):
 def check(drive, source):
     docs = source / "docs"
     pages = pages_of(docs)
-    panels = guide_session.Panels(source)
+    panels = guide_panels.Panels(source)
     problems = check_links_and_pictures(docs, pages)
     examples, malformed = examples_of_pages(pages)
     failures, performed = perform_examples(drive, panels, examples)
