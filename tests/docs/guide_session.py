@@ -61,9 +61,10 @@ class Session:
 
     def close(self):
         self.process.stdin.close()
-        self.process.wait()
+        status = self.process.wait()
         self.process.stdout.close()
         self.folder.cleanup()
+        return status
 
     def do(self, command, /, **arguments):
         self.process.stdin.write(json.dumps({"do": command, **arguments}) + "\n")
@@ -399,6 +400,8 @@ def perform_example(drive, panels, example):
             except ExampleFailed as failure:
                 raise ExampleFailed("line %d: %s" % (step.line, failure)) from failure
         session.check(example.results)
-        return session.performed
     finally:
-        session.close()
+        status = session.close()
+    if status != 0:
+        raise ExampleFailed("the program has ended with status %d" % status)
+    return session.performed
