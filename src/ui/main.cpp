@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ui/guide_pictures.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
 #include "ui/single_instance.h"
@@ -82,6 +83,18 @@ int run(QApplication& qt, const SingleInstance& instance, const StartRequest& re
   return status;
 }
 
+// --screenshots SAMPLES FOLDER: every window and sheet, in both palettes. --screenshots --guide SAMPLES
+// FOLDER: the pictures of the guide. Not told to users.
+bool takePictures(QApplication& application, std::vector<std::string> arguments) {
+  const bool ofGuide = arguments.front() == "--guide";
+  if (ofGuide) arguments.erase(arguments.begin());
+  if (arguments.size() != 2) return false;
+  const QString samples = QFile::decodeName(arguments[0].c_str());
+  const QString folder = QFile::decodeName(arguments[1].c_str());
+  return ofGuide ? quillet::ui::writeGuidePictures(application, samples, folder)
+                 : quillet::ui::writeScreenshots(application, samples, folder);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -89,13 +102,9 @@ int main(int argc, char** argv) {
   if (answerQuestion(arguments)) return EXIT_SUCCESS;
   prepare();
   int noArguments = 1;  // none of them is for Qt
-  // For the pictures of the guide; not told to users.
-  if (arguments.size() == 3 && arguments[0] == "--screenshots") {
+  if (arguments.size() >= 3 && arguments[0] == "--screenshots") {
     QApplication qt(noArguments, argv);
-    return quillet::ui::writeScreenshots(qt, QFile::decodeName(arguments[1].c_str()),
-                                         QFile::decodeName(arguments[2].c_str()))
-               ? EXIT_SUCCESS
-               : EXIT_FAILURE;
+    return takePictures(qt, {arguments.begin() + 1, arguments.end()}) ? EXIT_SUCCESS : EXIT_FAILURE;
   }
   const StartRequest request = requestOf(arguments);
   SingleInstance instance(quillet::ui::runtimeFolder());

@@ -12,27 +12,13 @@
 #include "operations/operation_codes.h"
 #include "shell/operation_json.h"
 #include "ui/quillet_application.h"
+#include "ui/temporary_folders.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
 
 namespace quillet::ui {
 
 namespace {
-
-// A home that nobody lives in.
-class TemporaryFolders final : public Folders {
- public:
-  explicit TemporaryFolders(std::string home) : home_(std::move(home)) {}
-  std::optional<std::string> documentsFolder() const override {
-    std::string folder = home_ + "/Documents";
-    return makeFolders(folder) ? std::optional(folder) : std::nullopt;
-  }
-  std::string temporaryParentFolder() const override { return home_ + "/tmp"; }
-  std::string defaultsFile() const override { return home_ + "/defaults.json"; }
-
- private:
-  std::string home_;
-};
 
 constexpr std::int64_t kPanels[] = {OpReplaceCharacter, OpSkipLine,       OpTrimLine,
                                     OpReplaceLine,      OpJoinLines,      OpTrimColumn,
