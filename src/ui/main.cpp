@@ -1,8 +1,8 @@
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
-#include <clocale>
 
+#include "ui/catalogue_translator.h"
 #include "ui/icons.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
@@ -21,6 +21,7 @@ std::vector<std::string> pathsOf(const QStringList& arguments) {
 
 int main(int argc, char** argv) {
   QApplication qt(argc, argv);
+  quillet::ui::installTranslations(qt);
   QApplication::setApplicationName(QStringLiteral("quillet"));
   QApplication::setApplicationDisplayName(QStringLiteral("Quillet"));
   QApplication::setDesktopFileName(QStringLiteral("org.quillet.Quillet"));
