@@ -132,7 +132,8 @@ std::optional<CatalogueOfLanguage> findCatalogue(const std::vector<std::string>&
                                                  const std::vector<std::string>& localeFolders) {
   for (const std::string& language : languages)
     for (const std::string& folder : localeFolders) {
-      const auto bytes = contentsOf(folder + '/' + language + "/LC_MESSAGES/quillet.mo");
+      const auto bytes =
+          contentsOf(std::string(folder).append("/").append(language).append("/LC_MESSAGES/quillet.mo"));
       if (!bytes) continue;
       if (auto catalogue = Catalogue::read(*bytes))
         return CatalogueOfLanguage{language, std::move(*catalogue)};
