@@ -36,9 +36,9 @@ std::optional<Instant> instantOf(ReformatAs reformatAs, std::u16string_view text
 }
 
 std::u16string_view warningFor(ReformatAs reformatAs) {
-  if (reformatAs == ReformatAs::Date) return u"Could not convert \"%@\" into a date on line %ld";
-  if (reformatAs == ReformatAs::Time) return u"Could not convert \"%@\" into a time on line %ld";
-  return u"Could not convert \"%@\" into a date time on line %ld";
+  if (reformatAs == ReformatAs::Date) return localizable(u"Could not convert \"%@\" into a date on line %ld");
+  if (reformatAs == ReformatAs::Time) return localizable(u"Could not convert \"%@\" into a time on line %ld");
+  return localizable(u"Could not convert \"%@\" into a date time on line %ld");
 }
 
 }  // namespace

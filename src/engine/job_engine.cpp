@@ -35,13 +35,15 @@ void logCounts(JobLog& log, const FileCounts& counts, const char16_t* const (&ke
 }
 
 constexpr const char16_t* kFileCountKeys[8] = {
-    u"Bytes read: %d",    u"Characters decoded: %d", u"Lines read: %d",    u"Maximum length lines read: %d",
-    u"Bytes written: %d", u"Characters encoded: %d", u"Lines written: %d", u"Lines skipped: %d"};
+    localizable(u"Bytes read: %d"),    localizable(u"Characters decoded: %d"),
+    localizable(u"Lines read: %d"),    localizable(u"Maximum length lines read: %d"),
+    localizable(u"Bytes written: %d"), localizable(u"Characters encoded: %d"),
+    localizable(u"Lines written: %d"), localizable(u"Lines skipped: %d")};
 constexpr const char16_t* kTotalCountKeys[8] = {
-    u"Total bytes read: %d",    u"Total characters decoded: %d",
-    u"Total lines read: %d",    u"Total maximum length lines read: %d",
-    u"Total bytes written: %d", u"Total characters encoded: %d",
-    u"Total lines written: %d", u"Total lines skipped: %d"};
+    localizable(u"Total bytes read: %d"),    localizable(u"Total characters decoded: %d"),
+    localizable(u"Total lines read: %d"),    localizable(u"Total maximum length lines read: %d"),
+    localizable(u"Total bytes written: %d"), localizable(u"Total characters encoded: %d"),
+    localizable(u"Total lines written: %d"), localizable(u"Total lines skipped: %d")};
 
 // The settings that a use reads once, at its start.
 std::u16string replacementSetting(const UserDefaults& defaults, const char* key) {
@@ -94,10 +96,10 @@ class EngineUse {
 
  private:
   std::u16string_view outcome() const {
-    if (around_.state->stopJob) return u"Job stopped by user";
+    if (around_.state->stopJob) return localizable(u"Job stopped by user");
     if (around_.log->atLeastOneError() || around_.log->atLeastOneWarning())
-      return u"Job completed with issues";
-    return u"Job completed";
+      return localizable(u"Job completed with issues");
+    return localizable(u"Job completed");
   }
 
   // The list is read live: an entry that is gone by now is passed over.

@@ -18,23 +18,32 @@ std::u16string label(std::int64_t value, std::int64_t firstValue,
   return localized(labels[static_cast<std::size_t>(value - firstValue)]);
 }
 
-constexpr std::u16string_view kInputFileTypes[] = {u"Tab-delimited", u"CSV", u"Pipe-delimited"};
-constexpr std::u16string_view kOutputFileTypes[] = {u"Tab", u"CSV", u"Pipe"};
-constexpr std::u16string_view kLineEndings[] = {u"OS X / Unix (LF)", u"Classic Mac OS (CR)",
-                                                u"Windows (CRLF)"};
-constexpr std::u16string_view kWriteModes[] = {u"Create New", u"Overwrite", u"Append"};
-constexpr std::u16string_view kLineSkipTypes[] = {u"If Blank",     u"If Contains",
-                                                  u"Line Numbers", u"If Starts With",
-                                                  u"If Ends With", u"If Matches Regular Expression"};
-constexpr std::u16string_view kTrimTypes[] = {u"String", u"Characters", u"Whitespace", u"Regular Expression"};
-constexpr std::u16string_view kTrimFromWhere[] = {u"From Both Sides", u"From Start", u"From End"};
-constexpr std::u16string_view kReplaceTypes[] = {u"String", u"Regular Expression"};
-constexpr std::u16string_view kFillTypes[] = {u"String", u"Sequence"};
+constexpr std::u16string_view kInputFileTypes[] = {localizable(u"Tab-delimited"), localizable(u"CSV"),
+                                                   localizable(u"Pipe-delimited")};
+constexpr std::u16string_view kOutputFileTypes[] = {localizable(u"Tab"), localizable(u"CSV"),
+                                                    localizable(u"Pipe")};
+constexpr std::u16string_view kLineEndings[] = {
+    localizable(u"OS X / Unix (LF)"), localizable(u"Classic Mac OS (CR)"), localizable(u"Windows (CRLF)")};
+constexpr std::u16string_view kWriteModes[] = {localizable(u"Create New"), localizable(u"Overwrite"),
+                                               localizable(u"Append")};
+constexpr std::u16string_view kLineSkipTypes[] = {
+    localizable(u"If Blank"),     localizable(u"If Contains"),
+    localizable(u"Line Numbers"), localizable(u"If Starts With"),
+    localizable(u"If Ends With"), localizable(u"If Matches Regular Expression")};
+constexpr std::u16string_view kTrimTypes[] = {localizable(u"String"), localizable(u"Characters"),
+                                              localizable(u"Whitespace"), localizable(u"Regular Expression")};
+constexpr std::u16string_view kTrimFromWhere[] = {localizable(u"From Both Sides"), localizable(u"From Start"),
+                                                  localizable(u"From End")};
+constexpr std::u16string_view kReplaceTypes[] = {localizable(u"String"), localizable(u"Regular Expression")};
+constexpr std::u16string_view kFillTypes[] = {localizable(u"String"), localizable(u"Sequence")};
 // Samples of one moment. The third date is worded as it is meant.
-constexpr std::u16string_view kDateSamples[] = {u"8/16/18", u"Aug 16, 2018", u"August 2016, 2018",
-                                                u"2018-08-16", u"2018-08-16 -0400"};
-constexpr std::u16string_view kTimeSamples[] = {u"8:13 PM",  u"8:13:01 PM",  u"8:13:01 PM EDT", u"20:13",
-                                                u"20:13:01", u"20:13 -0400", u"20:13:01 -0400"};
+constexpr std::u16string_view kDateSamples[] = {localizable(u"8/16/18"), localizable(u"Aug 16, 2018"),
+                                                localizable(u"August 2016, 2018"), localizable(u"2018-08-16"),
+                                                localizable(u"2018-08-16 -0400")};
+constexpr std::u16string_view kTimeSamples[] = {localizable(u"8:13 PM"),        localizable(u"8:13:01 PM"),
+                                                localizable(u"8:13:01 PM EDT"), localizable(u"20:13"),
+                                                localizable(u"20:13:01"),       localizable(u"20:13 -0400"),
+                                                localizable(u"20:13:01 -0400")};
 
 }  // namespace
 

@@ -15,11 +15,13 @@ struct OnlyOnce {
 };
 // In the order of the messages.
 constexpr OnlyOnce kOnlyOnce[] = {
-    {OpSetInitialNumberOfColumns, u"%@: Only one Set Initial Number of Columns operation is allowed."},
-    {OpSetFinalNumberOfColumns, u"%@: Only one Set Final Number of Columns operation is allowed."},
-    {OpJoinColumns, u"%@: Only one Join Columns operation is allowed."},
-    {OpJoinLines, u"%@: Only one Join Lines operation is allowed."},
-    {OpRearrangeColumns, u"%@: Only one Rearrange Columns operation is allowed."},
+    {OpSetInitialNumberOfColumns,
+     localizable(u"%@: Only one Set Initial Number of Columns operation is allowed.")},
+    {OpSetFinalNumberOfColumns,
+     localizable(u"%@: Only one Set Final Number of Columns operation is allowed.")},
+    {OpJoinColumns, localizable(u"%@: Only one Join Columns operation is allowed.")},
+    {OpJoinLines, localizable(u"%@: Only one Join Lines operation is allowed.")},
+    {OpRearrangeColumns, localizable(u"%@: Only one Rearrange Columns operation is allowed.")},
 };
 
 }  // namespace

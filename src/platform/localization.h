@@ -13,6 +13,12 @@ namespace quillet {
 // A translation of the key, or the key itself where no catalogue has it. Safe from any thread.
 std::u16string localized(std::u16string_view key);
 
+// Marks a literal that is no direct argument of localized() as a key, so that tools/update_po finds it.
+template <typename Unit>
+constexpr const Unit* localizable(const Unit* key) {
+  return key;
+}
+
 // Installs what localized() asks; nothing installed, or null, gives keys as they stand. Call before threads
 // start.
 using Translator = std::u16string (*)(std::u16string_view key);

@@ -61,7 +61,7 @@ class Descriptor {
 };
 
 void logError(std::u16string_view format, int error, const std::string& path) {
-  logToSystem(formatted(format, {std::int64_t{error}, toUtf16(path)}));
+  logToSystem(localizedFormat(format, {std::int64_t{error}, toUtf16(path)}));
 }
 
 struct FileContent {

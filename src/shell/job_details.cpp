@@ -21,24 +21,25 @@ struct DetailLine {
 };
 
 constexpr DetailLine kFileLines[] = {
-    {"SkipBlankLines", u"Skip blank lines\n"},
-    {"SkipLineNumbers", u"Skip line numbers: %@\n", "LineNumbersToSkip"},
-    {"SkipLinesThatContain", u"Skip that contain: %@\n", "ContainRegex"},
-    {"ContainRegexCS", u"Case-sensitive\n"},
+    {"SkipBlankLines", localizable(u"Skip blank lines\n")},
+    {"SkipLineNumbers", localizable(u"Skip line numbers: %@\n"), "LineNumbersToSkip"},
+    {"SkipLinesThatContain", localizable(u"Skip that contain: %@\n"), "ContainRegex"},
+    {"ContainRegexCS", localizable(u"Case-sensitive\n")},
 };
 
 constexpr DetailLine kJobLines[] = {
-    {"OverallSameFileName", u"Use same file name\n"},
-    {"OverallSeparateOutputFiles", u"Separate output files\n"},
-    {"OverallOutputFileName", u"Output file name: %@\n", "OverallOutputFileNameString"},
-    {"OverallSkipBlankLines", u"Skip blank lines\n"},
-    {"OverallSkipLineNumbers", u"Skip line numbers: %@\n", "OverallLineNumbersToSkip"},
+    {"OverallSameFileName", localizable(u"Use same file name\n")},
+    {"OverallSeparateOutputFiles", localizable(u"Separate output files\n")},
+    {"OverallOutputFileName", localizable(u"Output file name: %@\n"), "OverallOutputFileNameString"},
+    {"OverallSkipBlankLines", localizable(u"Skip blank lines\n")},
+    {"OverallSkipLineNumbers", localizable(u"Skip line numbers: %@\n"), "OverallLineNumbersToSkip"},
     // No job has this key, so the text is always empty: this is meant.
-    {"OverallSkipLinesThatContain", u"Skip lines that contain: %@\n", "ContainRegex"},
-    {"OverallContainRegexCS", u"Case-sensitive\n"},
-    {"OverallTrimWhitespace", u"Trim whitespace\n"},
-    {"OverallAddMissingColumns", u"Add missing columns: %@\n", "OverallAddMissingColumnsString"},
-    {"OverallInvalidColumn", u"If a column cannot be converted: %@\n", "OverallInvalidColumnString"},
+    {"OverallSkipLinesThatContain", localizable(u"Skip lines that contain: %@\n"), "ContainRegex"},
+    {"OverallContainRegexCS", localizable(u"Case-sensitive\n")},
+    {"OverallTrimWhitespace", localizable(u"Trim whitespace\n")},
+    {"OverallAddMissingColumns", localizable(u"Add missing columns: %@\n"), "OverallAddMissingColumnsString"},
+    {"OverallInvalidColumn", localizable(u"If a column cannot be converted: %@\n"),
+     "OverallInvalidColumnString"},
 };
 
 void appendLines(std::span<const DetailLine> lines, const SettingsRecord& settings, std::u16string& out) {

@@ -213,8 +213,9 @@ void OperationEditor::acceptDrop(const IndexSet& rows, std::int64_t row) {
 }
 
 void OperationEditor::updateStatusLabel(std::int64_t code, std::int64_t inputFileCount, Added added) {
-  const std::u16string_view format = added == Added::Yes ? u"%@ operation added for %ld input file(s)."
-                                                         : u"%@ operation updated for %ld input file(s).";
+  const std::u16string_view format = added == Added::Yes
+                                         ? localizable(u"%@ operation added for %ld input file(s).")
+                                         : localizable(u"%@ operation updated for %ld input file(s).");
   neighbours_.statusLine.show(localizedFormat(format, {labelOfOperation(code), inputFileCount}), 0);
 }
 

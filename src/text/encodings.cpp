@@ -17,10 +17,10 @@ struct EncodingEntry {
 };
 
 constexpr EncodingEntry kEncodings[] = {
-    {Encoding::Utf8, u"UTF-8", 1},
-    {Encoding::WindowsCP1252, u"Windows CP1252", 2},
-    {Encoding::MacOSRoman, u"Mac Roman", 3},
-    {Encoding::Ascii, u"ASCII", 4},
+    {Encoding::Utf8, localizable(u"UTF-8"), 1},
+    {Encoding::WindowsCP1252, localizable(u"Windows CP1252"), 2},
+    {Encoding::MacOSRoman, localizable(u"Mac Roman"), 3},
+    {Encoding::Ascii, localizable(u"ASCII"), 4},
 };
 
 }  // namespace

@@ -107,11 +107,10 @@ void Binder::visit(Label& label) {
 void Binder::visit(Button& button) {
   auto* widget = find<QAbstractButton>(button);
   if (!widget) return;
-  const QString formText = QString(widget->text()).remove(QLatin1Char('&'));
-  keepShown(button, *widget, [&button, widget, formText] {
+  keepShown(button, *widget, [&button, widget, formText = widget->text()] {
     // The form's own text has a mnemonic.
-    if (const QString title = qString(button.title()); title != formText)
-      widget->setText(withoutMnemonics(button.title()));
+    const bool isFormText = qString(button.title()) == withoutMnemonic(formText);
+    widget->setText(isFormText ? formText : withoutMnemonics(button.title()));
     if (!button.toolTip().empty()) widget->setToolTip(qString(button.toolTip()));
     if (widget->text().isEmpty()) widget->setAccessibleName(widget->toolTip());
   });

@@ -81,4 +81,10 @@ std::unique_ptr<QWidget> newForm(std::string_view window) {
   return nullptr;
 }
 
+std::vector<std::string> namesOfForms() {
+  std::vector<std::string> names;
+  for (const FormOf& form : kForms) names.emplace_back(form.window);
+  return names;
+}
+
 }  // namespace quillet::ui

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "ui/catalogue_translator.h"
 #include "ui/guide_pictures.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
@@ -104,6 +105,7 @@ int main(int argc, char** argv) {
   int noArguments = 1;  // none of them is for Qt
   if (arguments.size() >= 3 && arguments[0] == "--screenshots") {
     QApplication qt(noArguments, argv);
+    quillet::ui::installTranslations(qt);
     return takePictures(qt, {arguments.begin() + 1, arguments.end()}) ? EXIT_SUCCESS : EXIT_FAILURE;
   }
   const StartRequest request = requestOf(arguments);
@@ -118,5 +120,6 @@ int main(int argc, char** argv) {
       break;
   }
   QApplication qt(noArguments, argv);
+  quillet::ui::installTranslations(qt);
   return run(qt, instance, request);
 }

@@ -11,6 +11,7 @@
 
 #include "operations/operation_codes.h"
 #include "operations/operation_description.h"
+#include "platform/localization.h"
 #include "ui/text_conversion.h"
 
 namespace quillet::ui {
@@ -29,88 +30,94 @@ struct Item {
 constexpr Item kLine{};
 
 constexpr Item kFileMain[] = {
-    {"Add Input Files…", "Ctrl+O", "addInputFileMenuItemClicked"},
-    {"Remove Selected Files", "Del", "removeSelectedInputFilesMenuItemClicked", "filesTableView"},
-    {"Show in File Manager", "Ctrl+Shift+F", "showInFinderButtonPressed"},
+    {localizable("Add Input Files…"), "Ctrl+O", "addInputFileMenuItemClicked"},
+    {localizable("Remove Selected Files"), "Del", "removeSelectedInputFilesMenuItemClicked",
+     "filesTableView"},
+    {localizable("Show in File Manager"), "Ctrl+Shift+F", "showInFinderButtonPressed"},
     kLine,
-    {"Select Output Folder…", "Ctrl+Shift+O", "selectOutputFolderMenuItemClicked"},
-    {"Show Output Folder", nullptr, "showOutputFolderMenuItemClicked"},
+    {localizable("Select Output Folder…"), "Ctrl+Shift+O", "selectOutputFolderMenuItemClicked"},
+    {localizable("Show Output Folder"), nullptr, "showOutputFolderMenuItemClicked"},
     kLine,
 };
-constexpr Item kSaveJob[] = {{"Save Job…", "Ctrl+S", "saveJobMenuItemClicked"}, kLine};
+constexpr Item kSaveJob[] = {{localizable("Save Job…"), "Ctrl+S", "saveJobMenuItemClicked"}, kLine};
 
 constexpr Item kEditOperation[] = {
-    {"Edit Operation…", "Return", "showOperationWindow", "operationsTableView"},
-    {"Delete Operation", "Del", "deleteOperationButtonClicked", "operationsTableView"},
+    {localizable("Edit Operation…"), "Return", "showOperationWindow", "operationsTableView"},
+    {localizable("Delete Operation"), "Del", "deleteOperationButtonClicked", "operationsTableView"},
 };
 
 constexpr Item kJobMain[] = {
-    {"Run Job", "Ctrl+R", "runButtonPressed"},
-    {"Open Last Log", "Ctrl+L", "openLastLogFileMenuItemClicked"},
-    {"Clear Log", nullptr, "clearLogMenuItemClicked"},
+    {localizable("Run Job"), "Ctrl+R", "runButtonPressed"},
+    {localizable("Open Last Log"), "Ctrl+L", "openLastLogFileMenuItemClicked"},
+    {localizable("Clear Log"), nullptr, "clearLogMenuItemClicked"},
 };
-constexpr Item kDeleteJobs[] = {
-    {"Delete Selected Jobs…", "Del", "deleteJobsButtonClicked", "previousJobsWindowJobsTableView"}};
+constexpr Item kDeleteJobs[] = {{localizable("Delete Selected Jobs…"), "Del", "deleteJobsButtonClicked",
+                                 "previousJobsWindowJobsTableView"}};
 
 constexpr Item kGrid[] = {
-    {"Refresh from Clipboard", "F5", "clipboardDataWindowRefreshNowButtonPressed"},
-    {"Split…", "Ctrl+K", "clipboardDataWindowSplitButtonPressed"},
-    {"Join…", "Ctrl+J", "clipboardDataWindowJoinButtonPressed"},
+    {localizable("Refresh from Clipboard"), "F5", "clipboardDataWindowRefreshNowButtonPressed"},
+    {localizable("Split…"), "Ctrl+K", "clipboardDataWindowSplitButtonPressed"},
+    {localizable("Join…"), "Ctrl+J", "clipboardDataWindowJoinButtonPressed"},
     kLine,
 };
 constexpr Item kCells[] = {
-    {"Trim…", "Ctrl+T", "clipboardDataWindowTrimButtonPressed"},
-    {"Replace…", "Ctrl+H", "clipboardDataWindowReplaceButtonPressed"},
-    {"Fill…", "Ctrl+I", "clipboardDataWindowFillButtonPressed"},
-    {"Edit Cell…", "Return", "rowsTableViewReturnKeyPressed", "clipboardDataTableView"},
+    {localizable("Trim…"), "Ctrl+T", "clipboardDataWindowTrimButtonPressed"},
+    {localizable("Replace…"), "Ctrl+H", "clipboardDataWindowReplaceButtonPressed"},
+    {localizable("Fill…"), "Ctrl+I", "clipboardDataWindowFillButtonPressed"},
+    {localizable("Edit Cell…"), "Return", "rowsTableViewReturnKeyPressed", "clipboardDataTableView"},
     kLine,
 };
 constexpr Item kFlips[] = {
-    {"Flip Horizontal", nullptr, "flipHorizontalMenuItemClicked"},
-    {"Flip Vertical", nullptr, "flipVerticalMenuItemClicked"},
-    {"Flip Diagonal", nullptr, "flipDiagonalMenuItemClicked"},
+    {localizable("Flip Horizontal"), nullptr, "flipHorizontalMenuItemClicked"},
+    {localizable("Flip Vertical"), nullptr, "flipVerticalMenuItemClicked"},
+    {localizable("Flip Diagonal"), nullptr, "flipDiagonalMenuItemClicked"},
 };
 constexpr Item kLines[] = {
-    {"Add Line to the Top", nullptr, "clipboardDataWindowShiftFillFromTopMenuItemClicked"},
-    {"Add Line to the Bottom", nullptr, "clipboardDataWindowShiftFillFromBottomMenuItemClicked"},
+    {localizable("Add Line to the Top"), nullptr, "clipboardDataWindowShiftFillFromTopMenuItemClicked"},
+    {localizable("Add Line to the Bottom"), nullptr, "clipboardDataWindowShiftFillFromBottomMenuItemClicked"},
     kLine,
-    {"Delete Line from the Top", nullptr, "clipboardDataWindowShiftTruncateTopMenuItemClicked"},
-    {"Delete Line from the Bottom", nullptr, "clipboardDataWindowShiftTruncateBottomMenuItemClicked"},
-    {"Delete Selected Lines", "Ctrl+Del", "clipboardDataWindowDeleteSelectedLineMenuItemClicked"},
+    {localizable("Delete Line from the Top"), nullptr, "clipboardDataWindowShiftTruncateTopMenuItemClicked"},
+    {localizable("Delete Line from the Bottom"), nullptr,
+     "clipboardDataWindowShiftTruncateBottomMenuItemClicked"},
+    {localizable("Delete Selected Lines"), "Ctrl+Del",
+     "clipboardDataWindowDeleteSelectedLineMenuItemClicked"},
     kLine,
-    {"Move Line Up", "Ctrl+Shift+Up", "clipboardDataWindowMoveUpMenuItemClicked"},
-    {"Move Line Down", "Ctrl+Shift+Down", "clipboardDataWindowMoveDownMenuItemClicked"},
+    {localizable("Move Line Up"), "Ctrl+Shift+Up", "clipboardDataWindowMoveUpMenuItemClicked"},
+    {localizable("Move Line Down"), "Ctrl+Shift+Down", "clipboardDataWindowMoveDownMenuItemClicked"},
     kLine,
-    {"Merge Up…", nullptr, "clipboardDataWindowMergeUpMenuItemClicked"},
-    {"Merge Down…", nullptr, "clipboardDataWindowMergeDownMenuItemClicked"},
-    {"Join Lines…", nullptr, "clipboardDataWindowJoinRowsMenuItemClicked"},
+    {localizable("Merge Up…"), nullptr, "clipboardDataWindowMergeUpMenuItemClicked"},
+    {localizable("Merge Down…"), nullptr, "clipboardDataWindowMergeDownMenuItemClicked"},
+    {localizable("Join Lines…"), nullptr, "clipboardDataWindowJoinRowsMenuItemClicked"},
 };
 constexpr Item kColumns[] = {
-    {"Add Column to the Left", nullptr, "clipboardDataWindowShiftFillFromLeftMenuItemClicked"},
-    {"Add Column to the Right", nullptr, "clipboardDataWindowShiftFillFromRightMenuItemClicked"},
+    {localizable("Add Column to the Left"), nullptr, "clipboardDataWindowShiftFillFromLeftMenuItemClicked"},
+    {localizable("Add Column to the Right"), nullptr, "clipboardDataWindowShiftFillFromRightMenuItemClicked"},
     kLine,
-    {"Delete Column from the Left", nullptr, "clipboardDataWindowShiftTruncateLeftMenuItemClicked"},
-    {"Delete Column from the Right", nullptr, "clipboardDataWindowShiftTruncateRightMenuItemClicked"},
-    {"Delete Selected Columns", "Ctrl+Shift+Del", "clipboardDataWindowDeleteSelectedColumnMenuItemClicked"},
+    {localizable("Delete Column from the Left"), nullptr,
+     "clipboardDataWindowShiftTruncateLeftMenuItemClicked"},
+    {localizable("Delete Column from the Right"), nullptr,
+     "clipboardDataWindowShiftTruncateRightMenuItemClicked"},
+    {localizable("Delete Selected Columns"), "Ctrl+Shift+Del",
+     "clipboardDataWindowDeleteSelectedColumnMenuItemClicked"},
     kLine,
-    {"Move Column Left", "Ctrl+Shift+Left", "clipboardDataWindowMoveLeftMenuItemClicked"},
-    {"Move Column Right", "Ctrl+Shift+Right", "clipboardDataWindowMoveRightMenuItemClicked"},
+    {localizable("Move Column Left"), "Ctrl+Shift+Left", "clipboardDataWindowMoveLeftMenuItemClicked"},
+    {localizable("Move Column Right"), "Ctrl+Shift+Right", "clipboardDataWindowMoveRightMenuItemClicked"},
     kLine,
-    {"Merge Left…", nullptr, "clipboardDataWindowMergeLeftMenuItemClicked"},
-    {"Merge Right…", nullptr, "clipboardDataWindowMergeRightMenuItemClicked"},
-    {"Join Columns…", nullptr, "clipboardDataWindowJoinColumnsMenuItemClicked"},
+    {localizable("Merge Left…"), nullptr, "clipboardDataWindowMergeLeftMenuItemClicked"},
+    {localizable("Merge Right…"), nullptr, "clipboardDataWindowMergeRightMenuItemClicked"},
+    {localizable("Join Columns…"), nullptr, "clipboardDataWindowJoinColumnsMenuItemClicked"},
 };
 constexpr Item kWindows[] = {
-    {"Quillet", "Ctrl+1", "quilletWindowMenuItemClicked"},
-    {"Clipboard Data", "Ctrl+2", "clipboardDataWindowMenuItemClicked"},
-    {"Previous Jobs", "Ctrl+3", "previousJobsWindowMenuItemActionClicked"},
+    {localizable("Quillet"), "Ctrl+1", "quilletWindowMenuItemClicked"},
+    {localizable("Clipboard Data"), "Ctrl+2", "clipboardDataWindowMenuItemClicked"},
+    {localizable("Previous Jobs"), "Ctrl+3", "previousJobsWindowMenuItemActionClicked"},
 };
 constexpr Item kHelp[] = {
-    {"Tutorials", "F1", "tutorialsMenuItemClicked"},
-    {"Support", nullptr, "supportMenuItemClicked"},
+    {localizable("Tutorials"), "F1", "tutorialsMenuItemClicked"},
+    {localizable("Support"), nullptr, "supportMenuItemClicked"},
 };
-constexpr Item kRestore[] = {
-    {"Restore Operations", "Ctrl+Return", "previousJobFileWindowRestoreOperationsButtonPressed"}};
+constexpr Item kRestore[] = {{localizable("Restore Operations"), "Ctrl+Return",
+                              "previousJobFileWindowRestoreOperationsButtonPressed"}};
 
 // In the order of the menu; a code of 0 is a separator.
 struct AddedOperation {
@@ -175,7 +182,8 @@ class Builder {
     auto* action = new QAction(text, &window_);
     menu_->addAction(action);
     if (!shortcut || shortcuts_ == Shortcuts::No) return action;
-    action->setShortcut(QKeySequence(QLatin1String(shortcut)));
+    // The names of keys in the tables are no language's.
+    action->setShortcut(QKeySequence::fromString(QLatin1String(shortcut), QKeySequence::PortableText));
     // A shortcut of a table is the table's own.
     if (auto* widget = widgetName ? window_.findChild<QWidget*>(QLatin1String(widgetName)) : nullptr) {
       action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
@@ -222,11 +230,11 @@ struct EditItem {
   const char* slot;
 };
 constexpr EditItem kEditItems[] = {
-    {"Cut", QKeySequence::Cut, "cut"},
-    {"Copy", QKeySequence::Copy, "copy"},
-    {"Paste", QKeySequence::Paste, "paste"},
-    {"Delete", QKeySequence::UnknownKey, "del"},
-    {"Select All", QKeySequence::SelectAll, "selectAll"},
+    {localizable("Cut"), QKeySequence::Cut, "cut"},
+    {localizable("Copy"), QKeySequence::Copy, "copy"},
+    {localizable("Paste"), QKeySequence::Paste, "paste"},
+    {localizable("Delete"), QKeySequence::UnknownKey, "del"},
+    {localizable("Select All"), QKeySequence::SelectAll, "selectAll"},
 };
 
 bool hasSlot(const QObject* object, const char* slot) {
@@ -262,8 +270,9 @@ void addFocusItems(Builder& builder, QMenu& menu, const MenuActions& actions) {
 
 void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuActions& actions) {
   const bool ofGrid = menuOf == MenuOf::Clipboard;
-  const auto add = [&](const char* word, QKeySequence::StandardKey key, const std::function<QString()>& name,
-                       const std::function<void()>& run, const char* slot) {
+  const auto add = [&](const char* word, const char16_t* wordWithName, QKeySequence::StandardKey key,
+                       const std::function<QString()>& name, const std::function<void()>& run,
+                       const char* slot) {
     QAction* action = builder.addAction(translated(word), nullptr);
     action->setShortcut(key);
     action->setShortcutContext(ofGrid ? Qt::WindowShortcut : Qt::WidgetShortcut);
@@ -274,16 +283,17 @@ void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuAction
       else if (hasSlot(focused, slot))
         QMetaObject::invokeMethod(focused, slot);
     });
-    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, ofGrid, name, word, slot] {
+    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, ofGrid, name, word, wordWithName, slot] {
       const QString what = ofGrid ? name() : QString();
       action->setText(what.isEmpty() ? translated(word)
-                                     : translated(word) + QLatin1Char(' ') +
-                                           QString(what).replace(QLatin1Char('&'), QLatin1String("&&")));
+                                     : withoutMnemonics(localizedFormat(wordWithName, {u16String(what)})));
       action->setEnabled(ofGrid ? !what.isEmpty() : hasSlot(QApplication::focusWidget(), slot));
     });
   };
-  add("Undo", QKeySequence::Undo, actions.undoName, actions.undo, "undo");
-  add("Redo", QKeySequence::Redo, actions.redoName, actions.redo, "redo");
+  add(localizable("Undo"), localizable(u"Undo %@"), QKeySequence::Undo, actions.undoName, actions.undo,
+      "undo");
+  add(localizable("Redo"), localizable(u"Redo %@"), QKeySequence::Redo, actions.redoName, actions.redo,
+      "redo");
 }
 
 void connectTo(QAction* action, const std::function<void()>& run) {
@@ -305,7 +315,7 @@ void addEditMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActio
   builder.separator();
   addFocusItems(builder, *menu, actions);
   builder.separator();
-  builder.addCommand({"Preferences…", "Ctrl+,", "preferencesMenuItemClicked"});
+  builder.addCommand({localizable("Preferences…"), "Ctrl+,", "preferencesMenuItemClicked"});
 }
 
 void addOperationMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
@@ -318,7 +328,8 @@ void addOperationMenu(Builder& builder, QMenuBar& bar, const MenuActions& action
 }
 
 void addPreviewMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
-  constexpr const char* kTypes[] = {"Input as Text", "Input as Table", "Output as Table", "Output as Text"};
+  constexpr const char* kTypes[] = {localizable("Input as Text"), localizable("Input as Table"),
+                                    localizable("Output as Table"), localizable("Output as Text")};
   QMenu* menu = builder.menu("&Preview");
   bar.addMenu(menu);
   auto* group = new QActionGroup(menu);

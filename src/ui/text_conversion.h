@@ -20,4 +20,14 @@ inline QString withoutMnemonics(std::u16string_view text) {
   return qString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
 
+// The text as it is read, of one that marks its mnemonic: "&Save" or, where letters are none of the
+// language's, "保存(&S)".
+inline QString withoutMnemonic(QString text) {
+  const qsizetype mark = text.indexOf(QLatin1Char('&'));
+  if (mark < 0) return text;
+  const bool isBracketed =
+      mark > 0 && text[mark - 1] == QLatin1Char('(') && text.mid(mark + 2, 1) == QLatin1String(")");
+  return isBracketed ? text.remove(mark - 1, 4) : text.remove(mark, 1);
+}
+
 }  // namespace quillet::ui

@@ -7,10 +7,10 @@
 namespace quillet {
 
 TrimCellsSheet::TrimCellsSheet(UserInterface& interface, const Neighbours& neighbours)
-    : RememberingSheet(interface, neighbours, "clipboardDataTrimWindow", OpClipboardTrim,
-                       "ClipboardDataTrimKey",
-                       u"As Trim Line, in the selected cells; but From Both Sides takes only the end off a "
-                       u"cell that matches at both."),
+    : RememberingSheet(
+          interface, neighbours, "clipboardDataTrimWindow", OpClipboardTrim, "ClipboardDataTrimKey",
+          localizable(u"As Trim Line, in the selected cells; but From Both Sides takes only the end off a "
+                      u"cell that matches at both.")),
       trim_(sheet(), named(""), {}) {}
 
 void TrimCellsSheet::fill(const OperationRecord& record) {
@@ -25,7 +25,7 @@ OperationRecord TrimCellsSheet::makeRecord() const {
 
 ReplaceCellsSheet::ReplaceCellsSheet(UserInterface& interface, const Neighbours& neighbours)
     : RememberingSheet(interface, neighbours, "clipboardDataReplaceWindow", OpClipboardReplace,
-                       "ClipboardDataReplaceKey", u"As Replace Line, in the selected cells."),
+                       "ClipboardDataReplaceKey", localizable(u"As Replace Line, in the selected cells.")),
       replace_(sheet(), named("")) {}
 
 void ReplaceCellsSheet::fill(const OperationRecord& record) {
@@ -41,7 +41,7 @@ OperationRecord ReplaceCellsSheet::makeRecord() const {
 FillCellsSheet::FillCellsSheet(UserInterface& interface, const Neighbours& neighbours)
     : RememberingSheet(interface, neighbours, "clipboardDataFillWindow", OpClipboardFill,
                        "ClipboardDataFillKey",
-                       u"Fills the selected cells that exist, along each line, then down."),
+                       localizable(u"Fills the selected cells that exist, along each line, then down.")),
       type_(sheet(), named("TypePopUpButton"), fillTypeItems()),
       with_(sheet(), named("WithTextField")),
       help_(sheet(), named("HelpLabel")) {

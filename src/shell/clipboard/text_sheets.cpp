@@ -9,10 +9,10 @@
 namespace quillet {
 
 SplitSheet::SplitSheet(UserInterface& interface, const Neighbours& neighbours)
-    : RememberingSheet(interface, neighbours, "clipboardDataSplitWindow", OpClipboardSplit,
-                       "ClipboardDataSplitKey",
-                       u"Cuts the clipboard's text anew: changes since the last Join are dropped. Line "
-                       u"separators cut inside quotes too."),
+    : RememberingSheet(
+          interface, neighbours, "clipboardDataSplitWindow", OpClipboardSplit, "ClipboardDataSplitKey",
+          localizable(u"Cuts the clipboard's text anew: changes since the last Join are dropped. Line "
+                      u"separators cut inside quotes too.")),
       splitClipboardIntoLines_(sheet(), named("SplitClipboardIntoLinesCheckbox"),
                                localized(u"Split into lines by")),
       lineSeparator_(sheet(), named("LineSeparatorComboBox"), lineSeparatorItems()),
@@ -44,7 +44,7 @@ void SplitSheet::doneButtonPressed() {
 JoinSheet::JoinSheet(UserInterface& interface, const Neighbours& neighbours)
     : RememberingSheet(interface, neighbours, "clipboardDataJoinWindow", OpClipboardJoin,
                        "ClipboardDataJoinKey",
-                       u"Puts the grid on the clipboard as text. Add Quotes quotes every cell."),
+                       localizable(u"Puts the grid on the clipboard as text. Add Quotes quotes every cell.")),
       lineSeparator_(sheet(), named("LineSeparatorComboBox"), lineSeparatorItems()),
       columnSeparator_(sheet(), named("ColumnSeparatorComboBox"), columnSeparatorItems()),
       addQuotes_(sheet(), named("AddQuotesCheckbox"), localized(u"Add quotes")) {}

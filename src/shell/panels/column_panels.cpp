@@ -3,6 +3,7 @@
 #include "operations/line_numbers.h"
 #include "operations/operation_codes.h"
 #include "operations/operation_description.h"
+#include "platform/localization.h"
 #include "platform/numbers.h"
 #include "shell/panels/column_entries.h"
 
@@ -55,7 +56,7 @@ void ColumnChoice::write(OperationRecord& record) const {
 
 TrimColumnPanel::TrimColumnPanel(UserInterface& interface, const FileSelection& selection)
     : OperationPanel(interface, "trimColumnOperationWindow", OpTrimColumn,
-                     u"As Trim Line, in the selected columns. None selected: no change."),
+                     localizable(u"As Trim Line, in the selected columns. None selected: no change.")),
       columns_(window(), named(""), selection),
       trim_(window(), named(""), "trimColumnOperationTypeValueChanged") {
   columns_.addToBox(trim_.all());
@@ -78,7 +79,7 @@ void TrimColumnPanel::write(OperationRecord& record) const {
 
 ReplaceColumnPanel::ReplaceColumnPanel(UserInterface& interface, const FileSelection& selection)
     : OperationPanel(interface, "replaceColumnOperationWindow", OpReplaceColumn,
-                     u"As Replace Line, in the selected columns."),
+                     localizable(u"As Replace Line, in the selected columns.")),
       columns_(window(), named(""), selection),
       replace_(window(), named("")) {
   columns_.addToBox(replace_.all());
@@ -100,10 +101,11 @@ void ReplaceColumnPanel::write(OperationRecord& record) const {
 }
 
 SetNumberOfColumnsPanel::SetNumberOfColumnsPanel(UserInterface& interface, const FileSelection& selection)
-    : OperationPanel(interface, "setNumberOfColumnsOperationWindow", "setNumberOfColumnsOperationsWindow",
-                     labelOfOperation(OpSetInitialNumberOfColumns),
-                     u"Cuts or fills each line to this number: Initial at its place in the list, Final on "
-                     u"the finished line, without quotes."),
+    : OperationPanel(
+          interface, "setNumberOfColumnsOperationWindow", "setNumberOfColumnsOperationsWindow",
+          labelOfOperation(OpSetInitialNumberOfColumns),
+          localizable(u"Cuts or fills each line to this number: Initial at its place in the list, Final on "
+                      u"the finished line, without quotes.")),
       selection_(selection),
       requiredNumberOfColumns_(window(), named("RequiredNumberOfColumnsTextField")),
       textForAddedColumns_(window(), named("TextForAddedColumnsTextField")) {}

@@ -11,8 +11,9 @@ namespace quillet {
 InitialOperationPanel::InitialOperationPanel(UserInterface& interface)
     : OperationPanel(
           interface, "initialOperationsWindow", OpInitial,
-          u"How the file is read. Separators may hold \\n, \\r and \\t. Remove Quotes takes double "
-          u"quotes off and keeps separators between them; without it a quote is plain text."),
+          localizable(
+              u"How the file is read. Separators may hold \\n, \\r and \\t. Remove Quotes takes double "
+              u"quotes off and keeps separators between them; without it a quote is plain text.")),
       decodeAs_(window(), named("DecodeAsPopUpButton"), encodingItems()),
       splitContentsIntoLines_(window(), named("SplitContentsIntoLinesCheckbox"),
                               localized(u"Split contents into lines by")),
@@ -40,9 +41,11 @@ void InitialOperationPanel::write(OperationRecord& record) const {
 }
 
 FinalOperationPanel::FinalOperationPanel(UserInterface& interface)
-    : OperationPanel(interface, "finalOperationsWindow", OpFinal,
-                     u"How the result is written. Only what Initial split is joined. Add Quotes quotes every "
-                     u"cell. Create New and Overwrite both replace a file of that name; Append adds to it."),
+    : OperationPanel(
+          interface, "finalOperationsWindow", OpFinal,
+          localizable(
+              u"How the result is written. Only what Initial split is joined. Add Quotes quotes every "
+              u"cell. Create New and Overwrite both replace a file of that name; Append adds to it.")),
       encodeAs_(window(), named("EncodeAsPopUpButton"), encodingItems()),
       lineSeparator_(window(), named("LineSeparatorComboBox"), lineSeparatorItems()),
       columnSeparator_(window(), named("ColumnSeparatorComboBox"), columnSeparatorItems()),

@@ -32,9 +32,10 @@ void appendNumbers(const std::vector<ColumnEntry>& group, std::u16string& text) 
 }  // namespace
 
 JoinColumnsPanel::JoinColumnsPanel(UserInterface& interface, const FileSelection& selection)
-    : OperationPanel(interface, "joinColumnsOperationWindow", OpJoinColumns,
-                     u"Select two or more rows and press Join. It takes the place of Rearrange Columns. "
-                     u"Unjoin changes nothing; to go back press Cancel."),
+    : OperationPanel(
+          interface, "joinColumnsOperationWindow", OpJoinColumns,
+          localizable(u"Select two or more rows and press Join. It takes the place of Rearrange Columns. "
+                      u"Unjoin changes nothing; to go back press Cancel.")),
       selection_(selection),
       table_(window(), named("ColumnsTableView"),
              {[this] { return joinColumnsOperationWindowColumns_.size(); },

@@ -10,8 +10,9 @@ namespace quillet {
 ReplaceCharacterPanel::ReplaceCharacterPanel(UserInterface& interface)
     : OperationPanel(
           interface, "replaceCharacterOperationWindow", OpReplaceCharacter,
-          u"Acts as the file is read, before all else. Characters may hold \\a \\b \\f \\n \\r \\t "
-          u"\\v; a backslash cannot be named. Uncommon: above U+FFFF. Separators and quotes stay."),
+          localizable(
+              u"Acts as the file is read, before all else. Characters may hold \\a \\b \\f \\n \\r \\t "
+              u"\\v; a backslash cannot be named. Uncommon: above U+FFFF. Separators and quotes stay.")),
       type_(window(), named("TypePopUpButton"), characterClassItems()),
       what_(window(), named("WhatTextField")),
       with_(window(), named("WithTextField")) {}
@@ -42,10 +43,11 @@ void ReplaceCharacterPanel::writeControls(OperationRecord& record) const {
 }
 
 SkipLinePanel::SkipLinePanel(UserInterface& interface)
-    : OperationPanel(interface, "skipLineOperationWindow", OpSkipLine,
-                     u"Leaves lines out. Line Numbers: a list such as 1, 2, 5 - 8, or 20 - for all from 20 "
-                     u"on. If Blank: no character at all. A line written empty ends the file's output: skip "
-                     u"such lines."),
+    : OperationPanel(
+          interface, "skipLineOperationWindow", OpSkipLine,
+          localizable(u"Leaves lines out. Line Numbers: a list such as 1, 2, 5 - 8, or 20 - for all from 20 "
+                      u"on. If Blank: no character at all. A line written empty ends the file's output: skip "
+                      u"such lines.")),
       skipIf_(window(), named("SkipIfPopUpButton"), lineSkipTypeItems(), "skipLineOperationTypeValueChanged"),
       text_(window(), named("TextField")),
       caseSensitive_(window(), named("CaseSensitiveButton"), localized(u"Case-sensitive")) {}
@@ -71,9 +73,11 @@ void SkipLinePanel::skipLineOperationTypeValueChanged() {
 }
 
 TrimLinePanel::TrimLinePanel(UserInterface& interface)
-    : OperationPanel(interface, "trimLineOperationWindow", OpTrimLine,
-                     u"Takes text off the ends of a line: a String once, Characters and Whitespace as far as "
-                     u"they go. A Regular Expression removes its matches anywhere."),
+    : OperationPanel(
+          interface, "trimLineOperationWindow", OpTrimLine,
+          localizable(
+              u"Takes text off the ends of a line: a String once, Characters and Whitespace as far as "
+              u"they go. A Regular Expression removes its matches anywhere.")),
       trim_(window(), named(""), "trimLineOperationTypeValueChanged") {}
 
 OperationPanel::Opens TrimLinePanel::fill(const OperationRecord& record) {
@@ -86,9 +90,10 @@ void TrimLinePanel::write(OperationRecord& record) const {
 }
 
 ReplaceLinePanel::ReplaceLinePanel(UserInterface& interface)
-    : OperationPanel(interface, "replaceLineOperationWindow", OpReplaceLine,
-                     u"Replaces all occurrences. With a regular expression $1 in With stands for its first "
-                     u"group; an invalid one changes nothing."),
+    : OperationPanel(
+          interface, "replaceLineOperationWindow", OpReplaceLine,
+          localizable(u"Replaces all occurrences. With a regular expression $1 in With stands for its first "
+                      u"group; an invalid one changes nothing.")),
       replace_(window(), named("")) {}
 
 OperationPanel::Opens ReplaceLinePanel::fill(const OperationRecord& record) {
@@ -101,9 +106,10 @@ void ReplaceLinePanel::write(OperationRecord& record) const {
 }
 
 JoinLinesPanel::JoinLinesPanel(UserInterface& interface)
-    : OperationPanel(interface, "joinLinesOperationWindow", OpJoinLines,
-                     u"Joins runs of that many output lines. The separator is taken as typed. 0 and 1 join "
-                     u"nothing."),
+    : OperationPanel(
+          interface, "joinLinesOperationWindow", OpJoinLines,
+          localizable(u"Joins runs of that many output lines. The separator is taken as typed. 0 and 1 join "
+                      u"nothing.")),
       numberToJoin_(window(), named("NumberToJoinTextField")),
       separator_(window(), named("SeparatorTextField")) {}
 

@@ -9,7 +9,7 @@ namespace quillet {
 
 RearrangeColumnsPanel::RearrangeColumnsPanel(UserInterface& interface, const FileSelection& selection)
     : OperationPanel(interface, "rearrangeColumnsOperationWindow", OpRearrangeColumns,
-                     u"Drag rows, or press Alt+Up and Alt+Down. No column is left out."),
+                     localizable(u"Drag rows, or press Alt+Up and Alt+Down. No column is left out.")),
       selection_(selection),
       table_(window(), named("ColumnsTableView"),
              {[this] { return rearrangeColumnsOperationWindowColumns_.size(); },

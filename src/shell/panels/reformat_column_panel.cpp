@@ -8,9 +8,10 @@
 namespace quillet {
 
 ReformatColumnPanel::ReformatColumnPanel(UserInterface& interface, const FileSelection& selection)
-    : OperationPanel(interface, "reformatColumnOperationWindow", OpReformatColumn,
-                     u"Reads dates, times and numbers in many forms and writes one. A cell that cannot be "
-                     u"read stays or takes the text given; the log names its line."),
+    : OperationPanel(
+          interface, "reformatColumnOperationWindow", OpReformatColumn,
+          localizable(u"Reads dates, times and numbers in many forms and writes one. A cell that cannot be "
+                      u"read stays or takes the text given; the log names its line.")),
       columns_(window(), named(""), selection),
       reformatAs_(window(), named("ReformatAsPopUpButton"), reformatAsItems(),
                   "reformatColumnOperationWindowReformatAsChanged"),
