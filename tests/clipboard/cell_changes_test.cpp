@@ -384,23 +384,36 @@ std::u16string randomCellString(RandomSource& random, std::size_t rowCount) {
   TwoDimensionalMutableIndexSet selection;
   const auto below = [&](std::size_t n) { return static_cast<std::int64_t>(random.below(n)); };
   const std::size_t some = random.oneIn(4) ? rowCount + 1 : 6;
+  const std::size_t columnCount = random.oneIn(2) ? 7 : 60;
   if (random.oneIn(2))
     for (std::int64_t i = below(some); i > 0; --i)
       selection.addInfiniteRowIndexesInRange(below(rowCount + 3), 1 + below(4));
   if (random.oneIn(3))
     for (std::int64_t i = below(3); i > 0; --i)
-      selection.addInfiniteColumnIndexesInRange(below(6), 1 + below(2));
+      selection.addInfiniteColumnIndexesInRange(below(columnCount), 1 + below(2));
   if (random.oneIn(2))
-    for (std::int64_t i = below(some); i > 0; --i) selection.addRowIndex(below(rowCount + 3), below(7));
+    for (std::int64_t i = below(some); i > 0; --i)
+      selection.addRowIndex(below(rowCount + 3), below(columnCount));
   return selection.stringPlus1FromAllIndexes();
+}
+
+// Blank cells within a row and at its end, so many that a grid does not store them.
+void addBlankCells(RandomSource& random, PlainCells& rows) {
+  for (auto& row : rows) {
+    if (random.oneIn(2)) continue;
+    row.insert(row.begin() + static_cast<std::ptrdiff_t>(random.below(row.size() + 1)), random.below(30),
+               u"");
+    row.resize(row.size() + random.below(30));
+  }
 }
 
 TEST(CellChanges, ChangeAsThePlainRules) {
   RandomSource random;
-  const std::u16string parts[] = {u"a", u"A", u"b", u" ", u"1", u",", u"(", u"é", u"\U0001F600", u"."};
+  const std::u16string parts[] = {u"a", u"A", u"b", u" ", u"1", u",", u"(", u"é", u"\U0001F600", u".", u"*"};
   for (std::uint64_t round = 0; round < testing::rounds(600); ++round) {
     const std::size_t rowCount = random.below(random.oneIn(20) ? 1'500 : 30);
-    const PlainCells rows = testing::randomPlainCells(random, rowCount, 6, parts, 4);
+    PlainCells rows = testing::randomPlainCells(random, rowCount, 6, parts, 4);
+    if (rowCount < 30 && random.oneIn(2)) addBlankCells(random, rows);
     const ClipboardGrid grid = gridOfPlainCells(rows);
     const std::u16string cells = randomCellString(random, rowCount);
     const std::u16string what = random.text(parts, 2);
