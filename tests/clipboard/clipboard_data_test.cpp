@@ -77,8 +77,10 @@ std::string drawn(const ClipboardGrid& grid) {
   std::string result;
   for (std::size_t row = 0; row < grid.rowCount(); ++row) {
     if (row) result += "/";
-    for (std::size_t column = 0; column < grid.row(row).cellCount(); ++column)
-      result += (column ? "|" : "") + toUtf8(grid.row(row).cell(column));
+    for (std::size_t column = 0; column < grid.row(row).cellCount(); ++column) {
+      if (column) result += "|";
+      result += toUtf8(grid.row(row).cell(column));
+    }
   }
   return result;
 }

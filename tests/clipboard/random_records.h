@@ -58,8 +58,9 @@ class RandomRecords {
     const std::u16string cells = random_.oneIn(3) ? anyCells() : workbench.selectionText();
     switch (random_.below(3)) {
       case 0:
-        return {{"Code", 311},          {"IntArg1", number(3)}, {"IntArg2", number(5)},
-                {"IntArg3", number(4)}, {"Arg1", cells},        {"Arg2", random_.text(kPatterns, 2)}};
+        return {{"Code", 311},          {"IntArg1", number(3)},
+                {"IntArg2", number(5)}, {"IntArg3", random_.oneIn(2) ? 0 : number(4)},
+                {"Arg1", cells},        {"Arg2", random_.text(kPatterns, 2)}};
       case 1:
         return {{"Code", 312},
                 {"IntArg1", number(3)},
@@ -90,9 +91,9 @@ class RandomRecords {
 
  private:
   inline static const std::u16string kParts[] = {
-      u"a", u"b", u"B", u"1",  u"7",      u" ",      u"\t",         u",",      u",",
-      u",", u",", u",", u"\n", u"\n",     u"\n",     u"\"",         u"\u00E9", u"e\u0301",
-      u"x", u"Y", u"-", u"\r", u"\u3000", u"\u00DF", u"\U0001F600", u"ab"};
+      u"a", u"b",  u"B",      u"1",      u"7",          u" ",  u"\t",     u",",       u",",  u",",
+      u",", u",",  u"\n",     u"\n",     u"\n",         u"\"", u"\u00E9", u"e\u0301", u"x",  u"Y",
+      u"-", u"\r", u"\u3000", u"\u00DF", u"\U0001F600", u"ab", u" a ",    u"bab",     u" 1 "};
   inline static const std::u16string kPatterns[] = {u"a", u"b",   u"B",    u" ",      u"1",  u"(", u"a*",
                                                     u".", u"(a)", u"[ab]", u"\u00E9", u"\"", u"^", u"\\d"};
   inline static const std::u16string kTemplates[] = {u"-", u"$1", u"$0", u"a", u"\\", u"\"", u",", u"\n"};
