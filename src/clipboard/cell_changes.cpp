@@ -202,8 +202,10 @@ std::optional<ClipboardGrid> withCellEdited(const ClipboardGrid& grid, const Ope
   const std::u16string text = operation.text("Arg1");
   const ClipboardRow& before = grid.row(rowIndex);
   RowBuilder cells;
-  for (std::size_t i = 0; i < std::max(before.cellCount(), columnIndex + 1); ++i)
-    cells.append(i == columnIndex ? text : before.cell(i));
+  cells.append(before, 0, columnIndex);
+  cells.padTo(columnIndex);
+  cells.append(text);
+  cells.append(before, columnIndex + 1, before.cellCount());
 
   GridBuilder rows;
   rows.append(grid, 0, rowIndex);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "clipboard/cell_trim.h"
+#include "clipboard/plain_cell_changes.h"
 #include "clipboard/plain_cells.h"
 #include "clipboard/two_dimensional_mutable_index_set.h"
 #include "operations/operation_codes.h"
@@ -17,6 +18,9 @@ namespace {
 using testing::gridOfPlainCells;
 using testing::PlainCells;
 using testing::plainCellsOf;
+using testing::plainlyChanged;
+using testing::plainlyFilled;
+using testing::plainlyReplaced;
 using testing::RandomSource;
 using testing::shownPlainCells;
 
@@ -342,43 +346,6 @@ TEST(WithCellEdited, ReadsItsRecordTolerantly) {
 }
 
 // All against the rules step by step.
-
-template <typename Rule>
-PlainCells plainlyChanged(PlainCells rows, const std::u16string& cellString, Rule rule) {
-  const TwoDimensionalMutableIndexSet selection(cellString);
-  for (std::size_t row = 0; row < rows.size(); ++row)
-    for (std::size_t column = 0; column < rows[row].size(); ++column)
-      if (selection.containsRowIndex(static_cast<std::int64_t>(row), static_cast<std::int64_t>(column)))
-        rows[row][column] = rule(rows[row][column]);
-  return rows;
-}
-
-std::u16string plainlyReplaced(const OperationRecord& operation, const std::u16string& cell) {
-  const bool sensitive = operation.integer("IntArg1", 0) & 1;
-  const std::u16string what = operation.text("Arg2"), with = operation.text("Arg3");
-  if (operation.integer("IntArg2", 0) == kString)
-    return stringByReplacingOccurrences(cell, what, with, sensitive ? 0u : CaseInsensitiveSearch);
-  if (operation.integer("IntArg2", 0) != kExpression) return cell;
-  auto expression = RegularExpression::compiled(
-      what, sensitive ? CaseSensitivity::Sensitive : CaseSensitivity::Insensitive);
-  std::u16string result;
-  return expression && expression->appendReplacingMatches(cell, with, result) > 0 ? result : cell;
-}
-
-PlainCells plainlyFilled(const PlainCells& rows, const OperationRecord& operation) {
-  const std::u16string text = operation.text("Arg1");
-  const auto pieces = componentsSeparatedByString(text, u",");
-  std::int64_t counter = integerValue(pieces[0]);
-  const std::int64_t step = pieces.size() > 1 ? integerValue(pieces[1]) : 1;
-  return plainlyChanged(rows, operation.text("Arg2"), [&](const std::u16string& cell) {
-    if (operation.integer("IntArg1", 0) == kString) return text;
-    if (operation.integer("IntArg1", 0) != kSequence) return cell;
-    std::u16string number;
-    appendInteger(counter, number);
-    counter += step;
-    return number;
-  });
-}
 
 std::u16string randomCellString(RandomSource& random, std::size_t rowCount) {
   TwoDimensionalMutableIndexSet selection;
