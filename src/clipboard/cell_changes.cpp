@@ -1,6 +1,7 @@
 #include "clipboard/cell_changes.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <vector>
 
@@ -47,14 +48,24 @@ class SelectedRows {
 
   std::size_t row() const { return static_cast<std::size_t>(row_); }
 
-  // Whether the cell of the present row is selected.
-  bool hasColumn(std::size_t index) const {
-    const auto column = static_cast<std::int64_t>(index);
-    return (wholeRow_ != wholeRows_.end() && wholeRow_->first <= row_) || columns_.contains(column) ||
-           (rowCells_ != cells_.end() && rowCells_->first == row_ && rowCells_->second.contains(column));
+  // The first selected column of the present row from that one on; one past any row when there is none.
+  std::size_t nextColumn(std::size_t from) const {
+    if (wholeRow_ != wholeRows_.end() && wholeRow_->first <= row_) return from;
+    const bool hasCells = rowCells_ != cells_.end() && rowCells_->first == row_;
+    const std::size_t column = firstIndexFrom(columns_, from);
+    return hasCells ? std::min(column, firstIndexFrom(rowCells_->second, from)) : column;
   }
 
  private:
+  static std::size_t firstIndexFrom(const IndexSet& indexes, std::size_t from) {
+    const auto index = static_cast<std::int64_t>(from);
+    const auto& ranges = indexes.ranges();
+    const auto range = std::partition_point(ranges.begin(), ranges.end(),
+                                            [index](const IndexSet::Range& one) { return one.last < index; });
+    if (range == ranges.end()) return std::numeric_limits<std::size_t>::max();
+    return static_cast<std::size_t>(std::max(range->first, index));
+  }
+
   std::int64_t rowCount_;
   const IndexSet& columns_;
   const std::vector<IndexSet::Range>& wholeRows_;
@@ -64,35 +75,56 @@ class SelectedRows {
   std::map<std::int64_t, IndexSet>::const_iterator rowCells_;  // the same
 };
 
+// Whether a change leaves blank cells blank. Then those that a wide row only counts need not be looked at.
+enum class Blanks { Change, Stay };
+
+// visit(column, cell) for the selected cells of the present row, from the left.
+template <typename Visit>
+void forEachSelectedCell(const ClipboardRow& row, const SelectedRows& selected, Blanks blanks, Visit visit) {
+  if (blanks == Blanks::Change) {
+    for (std::size_t column = selected.nextColumn(0); column < row.cellCount();
+         column = selected.nextColumn(column + 1))
+      visit(column, row.cell(column));
+    return;
+  }
+  for (std::size_t position = 0; position < row.storedCellCount(); ++position) {
+    const auto [column, cell] = row.storedCell(position);
+    if (selected.nextColumn(column) == column) visit(column, cell);
+  }
+}
+
 // Puts the row with its selected cells changed into the builder. False, and nothing put there, if it is as
 // it was.
 template <typename Change>
-bool changeRow(const ClipboardRow& row, const SelectedRows& selected, Change& change, TextArena& arena,
-               RowBuilder& into) {
-  bool isChanged = false;
-  for (std::size_t column = 0; column < row.cellCount(); ++column) {
-    const std::u16string_view cell = row.cell(column);
+bool changeRow(const ClipboardRow& row, const SelectedRows& selected, Blanks blanks, Change& change,
+               TextArena& arena, RowBuilder& into) {
+  std::size_t done = 0;  // columns
+  forEachSelectedCell(row, selected, blanks, [&](std::size_t column, std::u16string_view cell) {
     arena.reset();
-    const std::u16string_view text = selected.hasColumn(column) ? change(cell, arena) : cell;
-    if (!isChanged && text == cell) continue;
-    for (std::size_t before = 0; !isChanged && before < column; ++before) into.append(row.cell(before));
-    isChanged = true;
+    const std::u16string_view text = change(cell, arena);
+    if (text == cell) return;
+    into.append(row, done, column);
     into.append(text);
-  }
-  return isChanged;
+    done = column + 1;
+  });
+  if (done == 0) return false;
+  into.append(row, done, row.cellCount());
+  return true;
 }
 
 // change(cell, arena) gives the new text of a selected cell, good until its next call. It is called for the
-// cells that exist, row by row from the top and each from the left. What stays as it is, is shared.
+// cells that exist, row by row from the top and each from the left; for blank ones perhaps not, where they
+// stay. What stays as it is, is shared.
 template <typename Change>
-ClipboardGrid withCellsChanged(const ClipboardGrid& grid, std::u16string_view cellString, Change change) {
+ClipboardGrid withCellsChanged(const ClipboardGrid& grid, std::u16string_view cellString, Blanks blanks,
+                               Change change) {
   const TwoDimensionalMutableIndexSet selection(cellString);
   GridBuilder rows;
   RowBuilder builder;
   TextArena arena;
   std::size_t done = 0;
   for (SelectedRows selected(selection, grid.rowCount()); selected.moveToNext();) {
-    if (!changeRow(grid.row(selected.row()), selected, change, arena, builder)) continue;
+    if (!changeRow(grid.row(selected.row()), selected, blanks, change, arena, builder)) continue;
     rows.append(grid, done, selected.row());
     rows.append(builder.take());
     done = selected.row() + 1;
@@ -128,17 +160,20 @@ class Sequence {
 
 ClipboardGrid withCellsTrimmed(const ClipboardGrid& grid, const OperationRecord& operation) {
   CellTrimmer trimmer(operation);
-  return withCellsChanged(grid, operation.text("Arg1"), [&](std::u16string_view cell, TextArena& arena) {
-    return trimmer.trimmed(cell, arena);
-  });
+  return withCellsChanged(
+      grid, operation.text("Arg1"), Blanks::Stay,
+      [&](std::u16string_view cell, TextArena& arena) { return trimmer.trimmed(cell, arena); });
 }
 
 ClipboardGrid withCellsReplaced(const ClipboardGrid& grid, const OperationRecord& operation) {
   TextReplacer replacer(operation.integer("IntArg2", 0), caseSensitivityOf(operation), operation.text("Arg2"),
                         operation.text("Arg3"));
-  return withCellsChanged(grid, operation.text("Arg1"), [&](std::u16string_view cell, TextArena& arena) {
-    return replacer.replaced(cell, arena);
-  });
+  // A regular expression may match nothing at all.
+  TextArena arena;
+  const Blanks blanks = replacer.replaced({}, arena).empty() ? Blanks::Stay : Blanks::Change;
+  return withCellsChanged(
+      grid, operation.text("Arg1"), blanks,
+      [&](std::u16string_view cell, TextArena& into) { return replacer.replaced(cell, into); });
 }
 
 ClipboardGrid withCellsFilled(const ClipboardGrid& grid, const OperationRecord& operation) {
@@ -146,10 +181,10 @@ ClipboardGrid withCellsFilled(const ClipboardGrid& grid, const OperationRecord& 
   const std::u16string cells = operation.text("Arg2");
   switch (static_cast<FillType>(operation.integer("IntArg1", 0))) {
     case FillType::String:
-      return withCellsChanged(grid, cells,
+      return withCellsChanged(grid, cells, text.empty() ? Blanks::Stay : Blanks::Change,
                               [&](std::u16string_view, TextArena&) -> std::u16string_view { return text; });
     case FillType::Sequence:
-      return withCellsChanged(grid, cells,
+      return withCellsChanged(grid, cells, Blanks::Change,
                               [sequence = Sequence(text)](std::u16string_view, TextArena&) mutable {
                                 return sequence.takeNext();
                               });
@@ -167,8 +202,10 @@ std::optional<ClipboardGrid> withCellEdited(const ClipboardGrid& grid, const Ope
   const std::u16string text = operation.text("Arg1");
   const ClipboardRow& before = grid.row(rowIndex);
   RowBuilder cells;
-  for (std::size_t i = 0; i < std::max(before.cellCount(), columnIndex + 1); ++i)
-    cells.append(i == columnIndex ? text : before.cell(i));
+  cells.append(before, 0, columnIndex);
+  cells.padTo(columnIndex);
+  cells.append(text);
+  cells.append(before, columnIndex + 1, before.cellCount());
 
   GridBuilder rows;
   rows.append(grid, 0, rowIndex);

@@ -1,5 +1,6 @@
 #include "clipboard/clipboard_grid.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace quillet {
@@ -10,6 +11,8 @@ namespace {
 constexpr std::size_t kMostRows = 256;
 // A smaller chunk is not worth sharing; so between two shared ones there is at most one that is not full.
 constexpr std::size_t kFewestSharedRows = kMostRows / 2;
+
+constexpr std::size_t kMostThereIsRoomFor = 67'108'864;
 
 }  // namespace
 
@@ -85,6 +88,10 @@ void GridBuilder::add(std::shared_ptr<const Chunk> chunk) {
 ClipboardGrid GridBuilder::take() {
   close();
   return std::exchange(grid_, {});
+}
+
+void requireRoomFor(std::size_t count) {
+  if (count > kMostThereIsRoomFor) throw std::length_error("grid too large");
 }
 
 }  // namespace quillet

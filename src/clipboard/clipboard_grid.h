@@ -101,6 +101,11 @@ void GridBuilder::appendWithLongerRowsRebuilt(const ClipboardGrid& grid, std::si
   }
 }
 
+// Throws std::length_error for more rows, or columns, than what is made for each of them could be held in
+// memory. Only a grid that was widened by hand and then turned gets there; asking the system for the memory
+// would not help, as it may promise any amount and end the application later.
+void requireRoomFor(std::size_t count);
+
 // The grid with each row replaced by what rebuild(row, RowBuilder&) has put together.
 template <typename Rebuild>
 ClipboardGrid withRowsRebuilt(const ClipboardGrid& grid, Rebuild rebuild) {

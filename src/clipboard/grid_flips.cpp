@@ -50,6 +50,7 @@ std::vector<RowSize> columnSizes(const ClipboardGrid& grid) {
 // All columns are written side by side, in one walk over the rows: rows of many cells and many rows take the
 // same time, and no text is held twice.
 ClipboardGrid flippedDiagonally(const ClipboardGrid& grid) {
+  requireRoomFor(grid.maxRowLength());
   std::vector<RowWriter> writers;
   writers.reserve(grid.maxRowLength());
   for (const RowSize& size : columnSizes(grid)) writers.emplace_back(size);

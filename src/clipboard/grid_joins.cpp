@@ -64,6 +64,7 @@ ClipboardGrid joinConsecutiveColumns(const ClipboardGrid& grid, std::int64_t gro
   if (!width) return {};  // transposed there is nothing to join
   const std::size_t columnsInGroup = cappedGroupSize(groupSize, width);
   const std::size_t groups = (width + columnsInGroup - 1) / columnsInGroup;
+  requireRoomFor(grid.rowCount() * columnsInGroup);
   RowBuilder builder;
   builder.appendBlanks(groups);
   const ClipboardRow blankRow = builder.take();

@@ -131,6 +131,7 @@ MergedGrid mergeRows(const ClipboardGrid& grid, std::u16string_view mergeString,
   if (!grid.maxRowLength()) return {{}, rows};
   auto inside = spansBelow(rows, grid.rowCount());
   if (inside.empty()) return {grid, rows};
+  requireRoomFor(grid.maxRowLength());
   const Merge merge = planMerge(std::move(inside), grid.rowCount(), down);
   GridBuilder result;
   for (const auto& [first, end] : merge.keptBefore) result.append(grid, first, end);

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "clipboard/cell_trim.h"
+#include "clipboard/plain_cell_changes.h"
 #include "clipboard/plain_cells.h"
 #include "clipboard/two_dimensional_mutable_index_set.h"
 #include "operations/operation_codes.h"
@@ -17,6 +18,9 @@ namespace {
 using testing::gridOfPlainCells;
 using testing::PlainCells;
 using testing::plainCellsOf;
+using testing::plainlyChanged;
+using testing::plainlyFilled;
+using testing::plainlyReplaced;
 using testing::RandomSource;
 using testing::shownPlainCells;
 
@@ -343,64 +347,40 @@ TEST(WithCellEdited, ReadsItsRecordTolerantly) {
 
 // All against the rules step by step.
 
-template <typename Rule>
-PlainCells plainlyChanged(PlainCells rows, const std::u16string& cellString, Rule rule) {
-  const TwoDimensionalMutableIndexSet selection(cellString);
-  for (std::size_t row = 0; row < rows.size(); ++row)
-    for (std::size_t column = 0; column < rows[row].size(); ++column)
-      if (selection.containsRowIndex(static_cast<std::int64_t>(row), static_cast<std::int64_t>(column)))
-        rows[row][column] = rule(rows[row][column]);
-  return rows;
-}
-
-std::u16string plainlyReplaced(const OperationRecord& operation, const std::u16string& cell) {
-  const bool sensitive = operation.integer("IntArg1", 0) & 1;
-  const std::u16string what = operation.text("Arg2"), with = operation.text("Arg3");
-  if (operation.integer("IntArg2", 0) == kString)
-    return stringByReplacingOccurrences(cell, what, with, sensitive ? 0u : CaseInsensitiveSearch);
-  if (operation.integer("IntArg2", 0) != kExpression) return cell;
-  auto expression = RegularExpression::compiled(
-      what, sensitive ? CaseSensitivity::Sensitive : CaseSensitivity::Insensitive);
-  std::u16string result;
-  return expression && expression->appendReplacingMatches(cell, with, result) > 0 ? result : cell;
-}
-
-PlainCells plainlyFilled(const PlainCells& rows, const OperationRecord& operation) {
-  const std::u16string text = operation.text("Arg1");
-  const auto pieces = componentsSeparatedByString(text, u",");
-  std::int64_t counter = integerValue(pieces[0]);
-  const std::int64_t step = pieces.size() > 1 ? integerValue(pieces[1]) : 1;
-  return plainlyChanged(rows, operation.text("Arg2"), [&](const std::u16string& cell) {
-    if (operation.integer("IntArg1", 0) == kString) return text;
-    if (operation.integer("IntArg1", 0) != kSequence) return cell;
-    std::u16string number;
-    appendInteger(counter, number);
-    counter += step;
-    return number;
-  });
-}
-
 std::u16string randomCellString(RandomSource& random, std::size_t rowCount) {
   TwoDimensionalMutableIndexSet selection;
   const auto below = [&](std::size_t n) { return static_cast<std::int64_t>(random.below(n)); };
   const std::size_t some = random.oneIn(4) ? rowCount + 1 : 6;
+  const std::size_t columnCount = random.oneIn(2) ? 7 : 60;
   if (random.oneIn(2))
     for (std::int64_t i = below(some); i > 0; --i)
       selection.addInfiniteRowIndexesInRange(below(rowCount + 3), 1 + below(4));
   if (random.oneIn(3))
     for (std::int64_t i = below(3); i > 0; --i)
-      selection.addInfiniteColumnIndexesInRange(below(6), 1 + below(2));
+      selection.addInfiniteColumnIndexesInRange(below(columnCount), 1 + below(2));
   if (random.oneIn(2))
-    for (std::int64_t i = below(some); i > 0; --i) selection.addRowIndex(below(rowCount + 3), below(7));
+    for (std::int64_t i = below(some); i > 0; --i)
+      selection.addRowIndex(below(rowCount + 3), below(columnCount));
   return selection.stringPlus1FromAllIndexes();
+}
+
+// Blank cells within a row and at its end, so many that a grid does not store them.
+void addBlankCells(RandomSource& random, PlainCells& rows) {
+  for (auto& row : rows) {
+    if (random.oneIn(2)) continue;
+    row.insert(row.begin() + static_cast<std::ptrdiff_t>(random.below(row.size() + 1)), random.below(30),
+               u"");
+    row.resize(row.size() + random.below(30));
+  }
 }
 
 TEST(CellChanges, ChangeAsThePlainRules) {
   RandomSource random;
-  const std::u16string parts[] = {u"a", u"A", u"b", u" ", u"1", u",", u"(", u"é", u"\U0001F600", u"."};
+  const std::u16string parts[] = {u"a", u"A", u"b", u" ", u"1", u",", u"(", u"é", u"\U0001F600", u".", u"*"};
   for (std::uint64_t round = 0; round < testing::rounds(600); ++round) {
     const std::size_t rowCount = random.below(random.oneIn(20) ? 1'500 : 30);
-    const PlainCells rows = testing::randomPlainCells(random, rowCount, 6, parts, 4);
+    PlainCells rows = testing::randomPlainCells(random, rowCount, 6, parts, 4);
+    if (rowCount < 30 && random.oneIn(2)) addBlankCells(random, rows);
     const ClipboardGrid grid = gridOfPlainCells(rows);
     const std::u16string cells = randomCellString(random, rowCount);
     const std::u16string what = random.text(parts, 2);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "clipboard/plain_cell_changes.h"
 #include "operations/operation_codes.h"
 #include "platform/case_mapping.h"
 #include "platform/character_set.h"
@@ -14,6 +15,7 @@
 namespace quillet {
 namespace {
 
+using testing::plainlyTrimmed;
 using testing::RandomSource;
 
 constexpr std::int64_t kString = 0, kCharacters = 1, kWhitespace = 2, kExpression = 3;
@@ -127,37 +129,6 @@ TEST(CellTrimmer, ServesManyCells) {
   EXPECT_EQ(trimmer.trimmed(u"xyz", arena), u"xyz");
   EXPECT_EQ(first, u"ac");
   EXPECT_EQ(second, u"");
-}
-
-// The rule step by step.
-std::u16string plainlyTrimmed(std::int64_t type, std::int64_t where, std::int64_t caseFlag,
-                              const std::u16string& what, const std::u16string& cell) {
-  const bool sensitive = caseFlag & 1;
-  if (type == kExpression) {
-    if (what.empty()) return cell;
-    auto expression = RegularExpression::compiled(
-        what, sensitive ? CaseSensitivity::Sensitive : CaseSensitivity::Insensitive);
-    std::u16string result;
-    return expression && expression->appendReplacingMatches(cell, u"", result) > 0 ? result : cell;
-  }
-  std::u16string result = cell;
-  const SearchOptions caseOption = sensitive ? 0u : CaseInsensitiveSearch;
-  const CharacterSet set = type == kWhitespace
-                               ? CharacterSet::whitespace()
-                               : CharacterSet::withCharactersInString(
-                                     sensitive ? what : lowercaseString(what) + uppercaseString(what));
-  const auto foundAt = [&](SearchOptions options, bool fromEnd) -> std::optional<TextRange> {
-    if (type == kString) return rangeOfString(cell, what, options);
-    if (type == kCharacters || type == kWhitespace)
-      return longestRangeOfCharactersInSet(set, cell, options, fromEnd);
-    return std::nullopt;
-  };
-  if (where == 0 || where == 1)
-    if (const auto found = foundAt(AnchoredSearch | caseOption, false)) result = cell.substr(found->end());
-  if (where == 0 || where == 2)
-    if (const auto found = foundAt(BackwardsSearch | AnchoredSearch | caseOption, true))
-      result = cell.substr(0, found->location);
-  return result;
 }
 
 TEST(CellTrimmer, TrimsAsThePlainRule) {

@@ -77,8 +77,10 @@ std::string drawn(const ClipboardGrid& grid) {
   std::string result;
   for (std::size_t row = 0; row < grid.rowCount(); ++row) {
     if (row) result += "/";
-    for (std::size_t column = 0; column < grid.row(row).cellCount(); ++column)
-      result += (column ? "|" : "") + toUtf8(grid.row(row).cell(column));
+    for (std::size_t column = 0; column < grid.row(row).cellCount(); ++column) {
+      if (column) result += "|";
+      result += toUtf8(grid.row(row).cell(column));
+    }
   }
   return result;
 }
@@ -705,6 +707,22 @@ TEST_F(ClipboardDataTest, WhatMemoryCannotHoldLeavesTheGridAndIsTold) {
   EXPECT_TRUE(data_.undoManager().undoActionName() == u"Join Lines");
   perform(kFlip);
   EXPECT_EQ(events_.back(), "status 0 Flip Horizontal operation performed.");
+}
+
+// Each of these would make something for every cell of a line, or for every line, of which there are 70
+// million.
+TEST_F(ClipboardDataTest, WhatMakesTooMuchOfAWideGridIsToldBeforeItBegins) {
+  begin(std::u16string(66, u'/'));
+  perform(edit(0, 1'048'575, u"x"));
+  perform(record(409));
+  EXPECT_EQ(performed(onList(424, u"1048577")).back(), "status 2 Not enough memory");
+  EXPECT_EQ(performed(onList(423, u"67")).back(), "status 0 Join Lines operation performed.");
+  EXPECT_EQ(data_.clipboardDataArray().maxRowLength(), 67u * 1'048'577u);
+  EXPECT_EQ(performed(record(418)).back(), "status 2 Not enough memory");
+  perform(record(411));
+  EXPECT_EQ(performed(merge(421, u"1, 2")).back(), "status 2 Not enough memory");
+  EXPECT_EQ(data_.clipboardDataArray().rowCount(), 2u);
+  EXPECT_EQ(data_.clipboardDataArray().row(0).cell(1'048'575), u"x");
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "clipboard/plain_cells.h"
+#include "clipboard/plain_text.h"
 #include "platform/text_search.h"
 #include "text/field_splitter.h"
 
@@ -12,6 +13,8 @@ namespace {
 using testing::gridOfPlainCells;
 using testing::PlainCells;
 using testing::plainCellsOf;
+using testing::plainJoin;
+using testing::plainSplit;
 using testing::RandomSource;
 using testing::shownPlainCells;
 using Result = SplitText::Result;
@@ -144,17 +147,6 @@ TEST(SplitText, DoesNotCountQuotedSeparatorsAsColumns) {
   EXPECT_EQ(splitText(text, u"\n", u",", false).count, kMostColumns + 2);
 }
 
-// The rule step by step.
-PlainCells plainSplit(std::u16string_view text, std::u16string_view lineSeparator,
-                      std::u16string_view columnSeparator, bool removeQuotes) {
-  std::vector<std::u16string_view> lines{text};
-  if (!lineSeparator.empty()) lines = componentsSeparatedByString(text, lineSeparator);
-  PlainCells rows;
-  for (const std::u16string_view line : lines)
-    findFieldsInLine(line, rows.emplace_back(), columnSeparator, removeQuotes ? u"\"" : u"");
-  return rows;
-}
-
 TEST(SplitText, SplitsAsThePlainRule) {
   RandomSource random;
   const std::u16string parts[] = {u"a",  u"b",      u"X",      u",",       u",", u"\n",         u"\n",
@@ -208,21 +200,6 @@ TEST(JoinedText, PutsSeparatorsBetween) {
     EXPECT_EQ(toUtf8(joinedText(gridOfPlainCells(rows), lineSeparator, columnSeparator, addQuotes)),
               toUtf8(text))
         << why;
-}
-
-// The rule step by step.
-std::u16string plainJoin(const PlainCells& rows, std::u16string_view lineSeparator,
-                         std::u16string_view columnSeparator, bool addQuotes) {
-  std::u16string result;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (i > 0) result += lineSeparator;
-    for (std::size_t column = 0; column < rows[i].size(); ++column) {
-      if (column > 0) result += columnSeparator;
-      const std::u16string& cell = rows[i][column];
-      result += addQuotes ? u"\"" + stringByReplacingOccurrences(cell, u"\"", u"\"\"") + u"\"" : cell;
-    }
-  }
-  return result;
 }
 
 TEST(JoinedText, JoinsAsThePlainRule) {

@@ -52,7 +52,7 @@ json click(Drive& drive, const Arguments& arguments) {
   const SheetWatch watch(drive);
   table.mouseDown(arguments.integer("row"), arguments.integer("column"), arguments.integer("count", 1),
                   modifiersOf(arguments));
-  return {{"opened", finishOpenedSheet(drive, watch, arguments, WithoutValues::Cancel)}};
+  return {{"opened", finishOpenedSheet(drive, watch, arguments)}};
 }
 
 json headerClick(Drive& drive, const Arguments& arguments) {

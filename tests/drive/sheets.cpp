@@ -31,7 +31,8 @@ json finishOpenedSheet(Drive& drive, const SheetWatch& watch, const Arguments& a
   json opened = settableValuesOf(*sheet);
   try {
     finishAsAsked(drive, *sheet, arguments, withoutValues);
-  } catch (const CommandError&) {  // a command that is refused leaves no sheet behind
+  } catch (const CommandError&) {  // a command that is refused leaves no sheet behind, and nothing in it
+    setAsUser(drive.launchedApplication().interface(), opened);
     press(sheet->cancelButton());
     throw;
   }

@@ -191,6 +191,28 @@ TEST_F(ClipboardKeys, ADoubleClickEditsTheCell) {
   EXPECT_EQ(grid(), "a|b/x|d");
 }
 
+TEST_F(ClipboardKeys, TheSheetOfADoubleClickStaysOpenWithoutValues) {
+  const json isOpen = {{"window", "cellDetailsWindow"}};
+  begin("a|b/c|d");
+  take(click(1, 2, kDouble));
+  EXPECT_EQ(done("controls", isOpen)["open"], true);
+  done("setControl", {{"name", "cellDetailsWindowTextField"}, {"value", "x"}});
+  done("press", {{"name", "done"}});
+  EXPECT_EQ(done("controls", isOpen)["open"], false);
+  EXPECT_EQ(grid(), "a|b/c|x");
+  take(click(1, 2, kDouble));
+  EXPECT_EQ(take(click(0, 1, kDouble))["opened"]["cellDetailsWindowTextField"], "a") << "opened anew";
+  done("press", {{"name", "cancel"}});
+  EXPECT_EQ(done("controls", isOpen)["open"], false);
+  for (const json& values : {json::object(), json{{"cellDetailsWindowTextField", "y"}}}) {
+    take(click(0, 1, {{"count", 2}, {"values", values}, {"cancel", true}}));
+    EXPECT_EQ(done("controls", isOpen)["open"], false);
+  }
+  take(click(0, 1, {{"count", 2}, {"cancel", true}}));
+  EXPECT_EQ(done("controls", isOpen)["open"], false);
+  EXPECT_EQ(operations().size(), 2u);
+}
+
 // After the steps the selection and the focus. Lines count from 0 in the steps and from 1 in the text.
 struct Clicks {
   std::vector<Step> steps;

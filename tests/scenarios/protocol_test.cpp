@@ -93,6 +93,18 @@ TEST_F(Protocol, ACommandThatIsRefusedLeavesNoSheetBehind) {
   EXPECT_EQ(entries()[0]["Operations"].size(), 2u);
 }
 
+// The boxes of this sheet stay as they were left, so what a refused command has set would be seen later.
+TEST_F(Protocol, ACommandThatIsRefusedLeavesTheControlsOfItsSheet) {
+  launch();
+  json split = {{"do", "menu"}, {"action", "clipboardDataWindowSplitButtonPressed"}};
+  split["values"] = {{"clipboardDataSplitWindowSplitClipboardIntoLinesCheckbox", true},
+                     {"clipboardDataSplitWindowSplitLinesIntoColumnsCheckbox", 1}};
+  EXPECT_NE(refused(split), "");
+  split.erase("values");
+  split["cancel"] = true;
+  EXPECT_EQ(done("menu", split)["opened"]["clipboardDataSplitWindowSplitClipboardIntoLinesCheckbox"], false);
+}
+
 TEST_F(Protocol, BeforeLaunchAndAfterTerminationOnlySettingsAndOpenedFilesWork) {
   EXPECT_NE(refused({{"do", "mainWindow"}}), "");
   EXPECT_NE(refused({{"do", "terminate"}}), "");
