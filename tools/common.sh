@@ -7,10 +7,10 @@ readonly QUILLET_PACKAGES=(
   libicu-dev libsqlite3-dev nlohmann-json3-dev
   qt6-base-dev qt6-svg-dev
   libgtest-dev libbenchmark-dev
-  desktop-file-utils appstream
+  desktop-file-utils appstream fonts-dejavu-core
 )
 # What shows windows where nobody sees them, beside these.
-readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth fonts-dejavu-core)
+readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth)
 # What makes a Debian package, beside these.
 readonly QUILLET_DEB_PACKAGES=(dpkg-dev file)
 # What the fuzz targets need beside these. The tests go on without them.
