@@ -45,6 +45,7 @@ namespace quillet::ui {
 namespace {
 
 constexpr int kLeastSheetWidth = 420;
+constexpr int kKerning = 2;  // pixels; what one pair of letters may move together
 
 bool isSheet(const Window& window) {
   return window.cancelButton() != nullptr;
@@ -99,6 +100,8 @@ void dressLabels(QWidget& form) {
     if (role == QLatin1String("heading")) font.setBold(true);
     if (role == QLatin1String("title")) font.setPixelSize(20);
     label->setFont(font);
+    // Where a letter is underlined there is no kerning, so the text is wider than Qt measures it.
+    if (label->buddy()) label->setMinimumWidth(label->sizeHint().width() + kKerning);
     if (role != QLatin1String("secondary")) continue;
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);
