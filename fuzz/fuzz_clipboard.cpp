@@ -25,6 +25,7 @@ constexpr std::size_t kMostCells = 3'000'000;
 constexpr std::size_t kMostUnits = 500'000;
 // Of a grid that is compared with the plain one.
 constexpr std::size_t kMostPlainCells = 2'000;
+constexpr std::int64_t kMostPlainIndex = 10'000;
 
 constexpr std::int64_t kLargest = std::numeric_limits<std::int64_t>::max();
 constexpr std::int64_t kNumbers[] = {0,  1,   2,      3,         4,         7,        32,           33,
@@ -142,6 +143,11 @@ class Session {
                data_.clipboardDataString().size() <= kMostUnits;
     if (plain_) compare();
     if (plain_ && plainCellCount(plain_->grid) > kMostPlainCells) plain_.reset();
+    // A merge takes over what its record names; the plain selection would write down all to there.
+    const TwoDimensionalMutableIndexSet& selection = data_.selection().selected2DIndexSet();
+    if (selection.infiniteRowIndexSet().lastIndex() > kMostPlainIndex ||
+        selection.infiniteColumnIndexSet().lastIndex() > kMostPlainIndex)
+      plain_.reset();
   }
 
   bool hasRoom() const { return hasRoom_; }
