@@ -79,13 +79,14 @@ struct GridSize {
   std::size_t units = 0;
 };
 
-// Walks over it in every way that there is.
+// Looks for some of the rows only where there are millions.
 GridSize checkedSize(const ClipboardGrid& grid) {
   GridSize size;
   std::size_t width = 0;
   std::size_t index = 0;
+  const std::size_t step = grid.rowCount() / 10'000 + 1;
   grid.forEachRow([&](const ClipboardRow& row) {
-    require(&grid.row(index) == &row, "a row is found where the walk passes it");
+    if (index % step == 0) require(&grid.row(index) == &row, "a row is found where the walk passes it");
     require(row.endOfTexts() <= row.cellCount(), "no text lies behind the last cell");
     require(row.text().size() == row.lengthInUnits(), "a row is as long as its texts");
     size.cells += row.cellCount();
