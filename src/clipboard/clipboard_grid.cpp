@@ -45,6 +45,17 @@ void GridBuilder::append(ClipboardRow row) {
   if (open_.size() == kMostRows) close();
 }
 
+void GridBuilder::append(const ClipboardRow& row, std::size_t count) {
+  for (; count > 0 && !open_.empty(); --count) append(row);
+  if (count >= kMostRows) {
+    auto chunk = std::make_shared<Chunk>();
+    chunk->rows.assign(kMostRows, row);
+    chunk->width = row.cellCount();
+    for (; count >= kMostRows; count -= kMostRows) add(chunk);
+  }
+  for (; count > 0; --count) append(row);
+}
+
 void GridBuilder::append(const ClipboardGrid& grid, std::size_t first, std::size_t end) {
   end = std::min(end, grid.rowCount_);
   if (first >= end) return;

@@ -57,6 +57,8 @@ class ClipboardGrid {
 class GridBuilder {
  public:
   void append(ClipboardRow row);
+  // The same row so many times; of many it costs little.
+  void append(const ClipboardRow& row, std::size_t count);
   // The rows [first, end) of the grid; those that it does not have are left out.
   void append(const ClipboardGrid& grid, std::size_t first, std::size_t end);
 

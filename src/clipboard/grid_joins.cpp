@@ -1,5 +1,7 @@
 #include "clipboard/grid_joins.h"
 
+#include <vector>
+
 namespace quillet {
 
 namespace {
@@ -38,6 +40,16 @@ ClipboardRow everyNthCell(const ClipboardRow& row, std::size_t column, std::size
   return writer.take();
 }
 
+// For each place in a group, whether a column there has a text.
+std::vector<bool> placesWithTexts(const ClipboardGrid& grid, std::size_t groupSize) {
+  std::vector<bool> places(groupSize);
+  grid.forEachRow([&](const ClipboardRow& row) {
+    for (std::size_t i = 0; i < row.storedCellCount(); ++i)
+      if (const auto [column, text] = row.storedCell(i); !text.empty()) places[column % groupSize] = true;
+  });
+  return places;
+}
+
 }  // namespace
 
 ClipboardGrid joinConsecutiveRows(const ClipboardGrid& grid, std::int64_t groupSize) {
@@ -71,7 +83,12 @@ ClipboardGrid joinConsecutiveColumns(const ClipboardGrid& grid, std::int64_t gro
   GridBuilder joined;
   // The first columns of all groups make the first rows, the second columns those below, and so on. Making
   // the rows in their order keeps them in the order of memory, which is worth the walks over the grid.
+  const std::vector<bool> hasTexts = placesWithTexts(grid, columnsInGroup);
   for (std::size_t k = 0; k < columnsInGroup; ++k) {
+    if (!hasTexts[k]) {  // a grid can have a million columns for one text
+      joined.append(blankRow, grid.rowCount());
+      continue;
+    }
     grid.forEachRow([&](const ClipboardRow& row) {
       const bool blank = k >= row.endOfTexts();
       joined.append(blank ? blankRow : everyNthCell(row, k, columnsInGroup, groups));

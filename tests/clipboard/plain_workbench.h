@@ -57,6 +57,17 @@ class PlainWorkbench {
   OperationRecord actionRecord;
   std::u16string actionName() const { return labelOfOperation(actionRecord.code()); }
 
+  // Whether a comparison of all is quick. Operations on cells can make them longer each time.
+  bool isSmall() const {
+    std::size_t cells = 0;
+    std::size_t units = string ? string->size() : 0;
+    for (const PlainRow& row : grid) {
+      cells += row.size() + 1;
+      for (const std::u16string& cell : row) units += cell.size();
+    }
+    return cells <= 4'000 && units <= 40'000;
+  }
+
   GridTableSize tableSize() const { return {tableRowCount, tableColumnCount}; }
 
   void refresh() {

@@ -387,8 +387,7 @@ void RandomClipboardSessions::performAgain() {
 }
 
 void RandomClipboardSessions::act() {
-  if (plain_.grid.size() * (maxRowLength(plain_.grid) + 1) > 2'000)
-    return refreshTo(toUtf8(records_.clipboardText()));
+  if (!plain_.isSmall()) return refreshTo(toUtf8(records_.clipboardText()));
   switch (random_.below(16)) {
     case 0:
       return refreshTo(random_.oneIn(8) ? json() : json(toUtf8(records_.clipboardText())));
