@@ -1,6 +1,5 @@
-# The guide in docs/: plain Markdown, installed as it is. Its examples are tests.
+# The examples of the guide in docs/ are tests.
 include(GNUInstallDirs)
-install(DIRECTORY ${CMAKE_SOURCE_DIR}/docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/guide)
 
 if(TARGET quillet-drive)
   find_package(Python3 REQUIRED COMPONENTS Interpreter)
