@@ -68,7 +68,7 @@ TEST_F(Session, AnOperationIsAddedByItsPanelAndSeenInThePreview) {
   EXPECT_EQ(text(operations->model(), 1, 0), QStringLiteral("Skip Line"));
   auto* output = find<TableView>("window", "previewOutputTableView");
   ASSERT_EQ(output->model()->rowCount(), 1);
-  EXPECT_EQ(text(output->model(), 0, 0), QStringLiteral("Ada"));
+  EXPECT_EQ(text(output->model(), 0, 0), QStringLiteral("\"Ada\"")) << "Final quotes every cell";
 }
 
 TEST_F(Session, EscapeCancelsASheet) {
