@@ -63,7 +63,7 @@ class Installed(unittest.TestCase):
     def test_installs_all_documents(self):
         documents = {str(path.relative_to(SOURCE / "docs"))
                      for path in (SOURCE / "docs").rglob("*") if path.is_file()}
-        self.assertIn("pictures/window-light.png", documents)
+        self.assertIn("pictures/main-window.png", documents)
         self.assertEqual({name.removeprefix(DOCUMENTS) for name in self.files if name.startswith(DOCUMENTS)},
                          documents)
 
