@@ -31,9 +31,15 @@ ClipboardRow everyNthCell(const ClipboardRow& row, std::size_t column, std::size
 // For each place in a group, whether a column there has a text.
 std::vector<bool> placesWithTexts(const ClipboardGrid& grid, std::size_t groupSize) {
   std::vector<bool> places(groupSize);
+  std::size_t blankPlaces = groupSize;
   grid.forEachRow([&](const ClipboardRow& row) {
-    for (std::size_t i = 0; i < row.storedCellCount(); ++i)
-      if (const auto [column, text] = row.storedCell(i); !text.empty()) places[column % groupSize] = true;
+    for (std::size_t i = 0; blankPlaces > 0 && i < row.storedCellCount(); ++i) {
+      const auto [column, text] = row.storedCell(i);
+      const std::size_t place = column % groupSize;
+      if (text.empty() || places[place]) continue;
+      places[place] = true;
+      --blankPlaces;
+    }
   });
   return places;
 }
