@@ -65,7 +65,6 @@ bool ClipboardData::takeClipboardText() {
     return false;
   }
   text_ = std::make_shared<const std::u16string>(*std::move(text));
-  oldText_ = text_;
   return true;
 }
 

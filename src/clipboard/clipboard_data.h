@@ -65,8 +65,7 @@ class ClipboardData {
 
   Pasteboard& pasteboard_;
   ClipboardDisplay& display_;
-  Text text_;     // null when there is none yet
-  Text oldText_;  // as read by the last Refresh; nothing else reads it
+  Text text_;  // null when there is none yet
   ClipboardGrid grid_;
   ClipboardGrid oldGrid_;  // before the last operation
   OperationList operations_;

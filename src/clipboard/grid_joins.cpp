@@ -1,5 +1,6 @@
 #include "clipboard/grid_joins.h"
 
+#include <utility>
 #include <vector>
 
 namespace quillet {
@@ -43,9 +44,15 @@ ClipboardRow everyNthCell(const ClipboardRow& row, std::size_t column, std::size
 // For each place in a group, whether a column there has a text.
 std::vector<bool> placesWithTexts(const ClipboardGrid& grid, std::size_t groupSize) {
   std::vector<bool> places(groupSize);
+  std::size_t blankPlaces = groupSize;
   grid.forEachRow([&](const ClipboardRow& row) {
-    for (std::size_t i = 0; i < row.storedCellCount(); ++i)
-      if (const auto [column, text] = row.storedCell(i); !text.empty()) places[column % groupSize] = true;
+    for (std::size_t i = 0; blankPlaces > 0 && i < row.storedCellCount(); ++i) {
+      const auto [column, text] = row.storedCell(i);
+      const std::size_t place = column % groupSize;
+      if (text.empty() || places[place]) continue;
+      places[place] = true;
+      --blankPlaces;
+    }
   });
   return places;
 }
@@ -84,16 +91,19 @@ ClipboardGrid joinConsecutiveColumns(const ClipboardGrid& grid, std::int64_t gro
   // The first columns of all groups make the first rows, the second columns those below, and so on. Making
   // the rows in their order keeps them in the order of memory, which is worth the walks over the grid.
   const std::vector<bool> hasTexts = placesWithTexts(grid, columnsInGroup);
+  std::size_t blankRows = 0;  // still to be appended; a grid can have a million columns for one text
   for (std::size_t k = 0; k < columnsInGroup; ++k) {
-    if (!hasTexts[k]) {  // a grid can have a million columns for one text
-      joined.append(blankRow, grid.rowCount());
+    if (!hasTexts[k]) {
+      blankRows += grid.rowCount();
       continue;
     }
+    joined.append(blankRow, std::exchange(blankRows, 0));
     grid.forEachRow([&](const ClipboardRow& row) {
       const bool blank = k >= row.endOfTexts();
       joined.append(blank ? blankRow : everyNthCell(row, k, columnsInGroup, groups));
     });
   }
+  joined.append(blankRow, blankRows);
   return joined.take();
 }
 

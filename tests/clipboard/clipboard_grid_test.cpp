@@ -97,6 +97,23 @@ TEST(GridBuilder, StartsAnewAfterEachGrid) {
   EXPECT_EQ(grid.maxRowLength(), 1U);
 }
 
+TEST(GridBuilder, AppendsARowManyTimes) {
+  const std::u16string_view cells[] = {u"a", u"", u"b"};
+  const ClipboardRow repeated(cells);
+  for (const std::size_t before : {0, 1, 200, 256})
+    for (const std::size_t count : {0, 1, 55, 56, 255, 256, 257, 1'000}) {
+      GridBuilder rows;
+      for (std::size_t i = 0; i < before; ++i) rows.append(ClipboardRow());
+      rows.append(repeated, count);
+      rows.append(ClipboardRow());
+      const ClipboardGrid grid = rows.take();
+      ASSERT_EQ(grid.rowCount(), before + count + 1);
+      EXPECT_EQ(grid.maxRowLength(), count ? 3u : 0u);
+      for (std::size_t i = 0; i < grid.rowCount(); ++i)
+        ASSERT_TRUE(grid.row(i) == (i >= before && i < before + count ? repeated : ClipboardRow())) << i;
+    }
+}
+
 TEST(GridBuilder, AppendsTheRowsOfAGridThatAreThere) {
   const ClipboardGrid grid = readGrid("a/b b/c");
   const struct {

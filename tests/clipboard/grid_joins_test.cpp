@@ -91,6 +91,33 @@ TEST(GridJoins, StackTheColumnsOfAWideGridByItsTexts) {
   }
 }
 
+// All but two of the many lines are one and the same blank line.
+TEST(JoinConsecutiveColumns, StacksMillionsOfColumns) {
+  constexpr std::size_t kWidth = 1'048'576, kRows = 40;
+  RowBuilder builder;
+  builder.append(u"a");
+  builder.padTo(kWidth - 3);
+  builder.append(u"b");
+  builder.padTo(kWidth);
+  GridBuilder rows;
+  rows.append(ClipboardRow(), 7);
+  rows.append(builder.take());
+  rows.append(ClipboardRow(), kRows - 8);
+  const ClipboardGrid joined = joinConsecutiveColumns(rows.take(), kWidth);
+  ASSERT_EQ(joined.rowCount(), kRows * kWidth);
+  EXPECT_EQ(joined.maxRowLength(), 1u);
+  std::size_t index = 0;
+  std::vector<std::size_t> filled;
+  joined.forEachRow([&](const ClipboardRow& row) {
+    if (row.cellCount() != 1 || !row.text().empty()) filled.push_back(index);
+    ++index;
+  });
+  const std::size_t ofB = (kWidth - 3) * kRows + 7;
+  EXPECT_EQ(filled, (std::vector<std::size_t>{7, ofB}));
+  EXPECT_EQ(joined.row(7).cell(0), u"a");
+  EXPECT_EQ(joined.row(ofB).cell(0), u"b");
+}
+
 TEST(GridJoins, DoAsPlainListsDo) {
   testing::withRandomGrids(15, [](auto& random, const PlainGrid& plain, const ClipboardGrid& grid) {
     const auto groupSize = static_cast<std::int64_t>(2 + random.below(random.oneIn(4) ? 200 : 5));

@@ -37,7 +37,10 @@ inline std::string shownPlainCells(const PlainCells& rows) {
   std::string result;
   for (const auto& row : rows) {
     std::string cells;
-    for (const std::u16string& cell : row) cells += (cells.empty() ? "[" : "|") + toUtf8(cell);
+    for (const std::u16string& cell : row) {
+      cells += cells.empty() ? "[" : "|";
+      cells += toUtf8(cell);
+    }
     result += row.empty() ? "()" : cells + "]";
   }
   return result;
