@@ -48,7 +48,7 @@ class Drive {
   AppDelegate& application();
   // Throws CommandError before launch and after termination.
   AppDelegate& launchedApplication();
-  void launch();                    // throws CommandError when it was launched already
+  void launch();  // throws CommandError when it was launched already
   void terminate();
 
   void doWaitingWork();  // what runs have handed over to the main thread

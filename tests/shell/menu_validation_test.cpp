@@ -4,8 +4,8 @@
 #include <memory>
 #include <set>
 
-#include "shell/scripted_workbench.h"
 #include "shell/recording_desktop.h"
+#include "shell/scripted_workbench.h"
 #include "support/no_folders.h"
 
 namespace quillet {
