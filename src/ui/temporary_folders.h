@@ -1,4 +1,4 @@
-// A home that nobody lives in, for pictures of the windows.
+// A home that nobody lives in, for pictures of the windows and for tests.
 #pragma once
 
 #include <string>

@@ -4,33 +4,21 @@
 #include <QApplication>
 #include <gtest/gtest.h>
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 #include "support/temporary_folder.h"
 #include "ui/quillet_application.h"
+#include "ui/temporary_folders.h"
 
 namespace quillet::testing {
-
-class HomeFolders final : public Folders {
- public:
-  explicit HomeFolders(std::string home) : home_(std::move(home)) {}
-  std::optional<std::string> documentsFolder() const override {
-    std::string folder = home_ + "/Documents";
-    return makeFolders(folder) ? std::optional(folder) : std::nullopt;
-  }
-  std::string temporaryParentFolder() const override { return home_ + "/tmp"; }
-  std::string defaultsFile() const override { return home_ + "/defaults.json"; }
-
- private:
-  std::string home_;
-};
 
 class GuiTest : public ::testing::Test {
  protected:
   ui::QuilletApplication& quillet() {
     if (!quillet_)
-      quillet_ = std::make_unique<ui::QuilletApplication>(std::make_shared<HomeFolders>(home_.path()));
+      quillet_ =
+          std::make_unique<ui::QuilletApplication>(std::make_shared<ui::TemporaryFolders>(home_.path()));
     return *quillet_;
   }
   AppDelegate& application() { return quillet().application(); }
