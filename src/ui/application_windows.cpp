@@ -92,6 +92,26 @@ void numberSteps(QWidget& form) {
       label->setText(QStringLiteral("%1.  %2").arg(step).arg(label->text()));
 }
 
+// A label looks as its field does, on or off.
+class Dimmer final : public QObject {
+ public:
+  explicit Dimmer(QLabel& label) : QObject(&label), label_(label) { label.buddy()->installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::EnabledChange)
+      label_.setEnabled(static_cast<QWidget*>(watched)->isEnabled());
+    return false;
+  }
+
+ private:
+  QLabel& label_;
+};
+
+void dimWithBuddy(QLabel& label) {
+  label.setEnabled(label.buddy()->isEnabled());
+  new Dimmer(label);
+}
+
 // What a label is for, as its form says: a heading, a title, or a note.
 void dressLabels(QWidget& form) {
   for (QLabel* label : form.findChildren<QLabel*>()) {
@@ -101,7 +121,10 @@ void dressLabels(QWidget& form) {
     if (role == QLatin1String("title")) font.setPixelSize(20);
     label->setFont(font);
     // Where a letter is underlined there is no kerning, so the text is wider than Qt measures it.
-    if (label->buddy()) label->setMinimumWidth(label->sizeHint().width() + kKerning);
+    if (label->buddy()) {
+      label->setMinimumWidth(label->sizeHint().width() + kKerning);
+      dimWithBuddy(*label);
+    }
     if (role != QLatin1String("secondary")) continue;
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);

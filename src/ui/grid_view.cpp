@@ -14,6 +14,7 @@
 #include <limits>
 
 #include "shell/column_width.h"
+#include "ui/row_delegates.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
 
@@ -42,6 +43,7 @@ class GridDelegate final : public QStyledItemDelegate {
     const QColor plain = index.row() % 2 ? colours.alternate : colours.base;
     const QColor strong = focused ? colours.selectedFill : colours.cellUnfocused;
     painter->fillRect(option.rect, selected ? strong : plain);
+    if (!selected) paintColumnLine(*painter, option);
     if (ClipboardSelection::isEmpty(tag, group_.data().clipboardDataArray())) {
       painter->setPen(selected ? colours.missingSelected : colours.missing);
       painter->drawRect(option.rect.adjusted(0, 0, -1, -1));
@@ -153,6 +155,7 @@ std::optional<GridKey> gridKey(int key) {
 
 GridView::GridView(QWidget* parent) : TableView(parent) {
   setSelectionMode(NoSelection);
+  setFrameShape(NoFrame);
   setFont(quillet::ui::fixedWidthFont());
   viewport()->setBackgroundRole(QPalette::Window);  // beyond the cells
   setRowHeight(17);
@@ -308,9 +311,8 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void GridView::tellWidth(int width) {
-  constexpr int kFrame = 2;
   const int bar = verticalScrollBar()->sizeHint().width();
-  group_->table().windowDidResize(std::max(width - kFrame - bar, 0));
+  group_->table().windowDidResize(std::max(width - bar, 0));
   applyColumnWidths();
 }
 

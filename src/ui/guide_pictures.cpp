@@ -4,13 +4,11 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
-#include <QPixmap>
 #include <nlohmann/json.hpp>
-#include <variant>
 
 #include "operations/operation_codes.h"
 #include "shell/operation_json.h"
-#include "ui/quillet_application.h"
+#include "ui/stage.h"
 #include "ui/temporary_folders.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
@@ -19,18 +17,12 @@ namespace quillet::ui {
 
 namespace {
 
-constexpr std::int64_t kOutputAsTable = 2;  // the tag of the preview's pop-up
 constexpr const char* kFiles[] = {"customers.csv", "orders.txt", "stock.csv"};
 constexpr std::int64_t kCustomers = 0;
 constexpr std::int64_t kOrders = 1;
 constexpr std::int64_t kStock = 2;
 
-// What the user sets in a control: a check box, a pop-up by its tag, a text, the rows of a table.
-using Value = std::variant<bool, std::int64_t, std::u16string, IndexSet>;
-struct Setting {
-  const char* control;  // without the name of its sheet
-  Value value;
-};
+using Setting = Stage::Setting;
 
 // Copies the samples to where their paths tell nothing of this machine.
 bool copySamples(const QString& samples, const QString& home) {
@@ -57,76 +49,41 @@ std::optional<OperationList> operationsOf(const QString& path) {
 
 class GuidePhotographer {
  public:
-  GuidePhotographer(QuilletApplication& quillet, QString home, QString folder)
-      : quillet_(quillet), home_(std::move(home)), folder_(std::move(folder)) {}
+  GuidePhotographer(QuilletApplication& quillet, QString home, const QString& folder)
+      : stage_(quillet, folder, {}), home_(std::move(home)) {}
 
   bool takeAll() {
     cleanCustomers();
-    saveJob("window", u"Clean customers");
-    shoot("window", "main-window");
+    stage_.saveJob("window", u"Clean customers");
+    stage_.shoot("window", QStringLiteral("main-window"));
     panels();
     clipboardWindow();
     previousJobs();
-    perform("preferencesMenuItemClicked");
-    set("preferencesWindowDecodeErrorReplacementTextField", std::u16string(u"?"));
-    shoot("preferencesWindow", "preferences");
-    return allWritten_;
+    stage_.perform("preferencesMenuItemClicked");
+    stage_.set("preferencesWindowDecodeErrorReplacementTextField", std::u16string(u"?"));
+    stage_.shoot("preferencesWindow", QStringLiteral("preferences"));
+    return stage_.allWritten();
   }
 
  private:
-  AppDelegate& application() { return quillet_.application(); }
-  void perform(const char* command) { application().interface().commands().perform(command); }
-
-  void shoot(std::string_view window, const char* name) {
-    QApplication::processEvents();
-    QWidget* widget = quillet_.windows().widget(window);
-    const QString path = QStringLiteral("%1/%2.png").arg(folder_, QLatin1String(name));
-    allWritten_ = widget && widget->grab().save(path) && allWritten_;
-  }
-
-  void set(const std::string& control, const Value& value) {
-    Control* found = application().interface().control(control);
-    if (const auto* on = std::get_if<bool>(&value))
-      dynamic_cast<CheckBox&>(*found).userSets(*on);
-    else if (const auto* tag = std::get_if<std::int64_t>(&value))
-      dynamic_cast<PopUpButton&>(*found).userSelects(*tag);
-    else if (const auto* text = std::get_if<std::u16string>(&value))
-      dynamic_cast<TextField&>(*found).setText(*text);
-    else
-      dynamic_cast<Table&>(*found).userSelects(std::get<IndexSet>(value));
-  }
-  void fill(const std::string& sheet, const std::vector<Setting>& settings) {
-    for (const Setting& setting : settings) set(sheet + setting.control, setting.value);
-  }
-  Window& sheet(const std::string& name) { return *application().interface().window(name); }
-
-  void selectFile(std::int64_t row) { application().fileSelection().select(IndexSet{row}); }
+  AppDelegate& application() { return stage_.application(); }
 
   void cleanCustomers() {
     if (auto operations = operationsOf(home_ + QStringLiteral("/list.json")))
       application().inputFileList().setOperations(kCustomers, *std::move(operations));
     else
-      allWritten_ = false;
-    selectFile(kStock);
-    selectFile(kCustomers);
-    set("previewTypePopUpButton", kOutputAsTable);
-  }
-
-  void saveJob(std::string_view window, const char16_t* name) {
-    // The active window says what is saved.
-    QApplication::setActiveWindow(quillet_.windows().widget(window));
-    perform("saveJobMenuItemClicked");
-    set("saveJobWindowJobNameComboBox", std::u16string(name));
-    dynamic_cast<Button&>(*application().interface().control("saveJobWindowSaveButton")).press();
+      stage_.fail();
+    stage_.selectFiles(IndexSet{kStock});
+    stage_.selectFiles(IndexSet{kCustomers});
+    stage_.set("previewTypePopUpButton", kOutputAsTable);
   }
 
   // Shown with these settings, then cancelled.
   void panel(std::int64_t code, const std::string& window, const std::vector<Setting>& settings,
              const char* name) {
     application().operationEditor().showPanelForAdding(code);
-    fill(window, settings);
-    shoot(window, name);
-    sheet(window).cancelButton()->press();
+    stage_.fill(window, settings);
+    stage_.shootSheet(window, QLatin1String(name));
   }
 
   void columnPanels() {
@@ -145,62 +102,53 @@ class GuidePhotographer {
   }
 
   void panels() {
-    selectFile(kOrders);
+    stage_.selectFiles(IndexSet{kOrders});
     application().operationTable().table().userSelects(IndexSet{0});
-    perform("showOperationWindow");
-    shoot("initialOperationsWindow", "initial");
-    sheet("initialOperationsWindow").cancelButton()->press();
+    stage_.perform("showOperationWindow");
+    stage_.shootSheet("initialOperationsWindow", QStringLiteral("initial"));
     columnPanels();
-    selectFile(kStock);
+    stage_.selectFiles(IndexSet{kStock});
     panel(OpSkipLine, "skipLineOperationWindow",
           {{"SkipIfPopUpButton", std::int64_t{2}}, {"TextField", std::u16string(u"1")}}, "skip-line");
-  }
-
-  void gridSheet(const char* command, const std::string& window, const std::vector<Setting>& settings) {
-    perform(command);
-    fill(window, settings);
-    sheet(window).doneButton()->press();
   }
 
   void clipboardWindow() {
     QApplication::clipboard()->setText(QStringLiteral(
         "Stock of 1 May\nA-100;bolt M6;EUR 0.10;1200\nA-107;nut M6, brass;EUR 1.13;340\n"
         "A-114;washer;EUR 2.16\nA-121;bracket;EUR 3.90;12\nA-128;hinge;EUR 4.22;58\nA-135;screw"));
-    perform("clipboardDataWindowMenuItemClicked");
-    perform("clipboardDataWindowRefreshNowButtonPressed");
+    stage_.perform("clipboardDataWindowMenuItemClicked");
+    stage_.perform("clipboardDataWindowRefreshNowButtonPressed");
     const std::string split = "clipboardDataSplitWindow";
     const std::vector<Setting> separators = {{"LineSeparatorComboBox", std::u16string(u"\\n")},
                                              {"SplitClipboardIntoLinesCheckbox", true},
                                              {"ColumnSeparatorComboBox", std::u16string(u";")},
                                              {"SplitLinesIntoColumnsCheckbox", true}};
-    perform("clipboardDataWindowSplitButtonPressed");
-    fill(split, separators);
-    shoot(split, "split");
-    sheet(split).doneButton()->press();
+    stage_.perform("clipboardDataWindowSplitButtonPressed");
+    stage_.fill(split, separators);
+    stage_.shoot(split, QStringLiteral("split"));
+    stage_.window(split).doneButton()->press();
     ClipboardGroup& clipboard = application().clipboard();
-    perform("clipboardDataWindowShiftTruncateTopMenuItemClicked");
+    stage_.perform("clipboardDataWindowShiftTruncateTopMenuItemClicked");
     clipboard.table().didClickTableColumn(3, {});
-    gridSheet("clipboardDataWindowReplaceButtonPressed", "clipboardDataReplaceWindow",
-              {{"WhatTextField", std::u16string(u"EUR ")}});
-    gridSheet("clipboardDataWindowTrimButtonPressed", "clipboardDataTrimWindow",
-              {{"TrimWhatPopUpButton", std::int64_t{2}}});
-    quillet_.windows().widget("clipboardDataWindow")->resize(960, 480);
-    shoot("clipboardDataWindow", "clipboard-window");
-    saveJob("clipboardDataWindow", u"Prices without their unit");
+    stage_.performSheet("clipboardDataWindowReplaceButtonPressed", "clipboardDataReplaceWindow",
+                        {{"WhatTextField", std::u16string(u"EUR ")}});
+    stage_.performSheet("clipboardDataWindowTrimButtonPressed", "clipboardDataTrimWindow",
+                        {{"TrimWhatPopUpButton", std::int64_t{2}}});
+    stage_.widget("clipboardDataWindow")->resize(960, 480);
+    stage_.shoot("clipboardDataWindow", QStringLiteral("clipboard-window"));
+    stage_.saveJob("clipboardDataWindow", u"Prices without their unit");
   }
 
   void previousJobs() {
-    perform("previousJobsWindowMenuItemActionClicked");
-    set("previousJobsWindowJobsTableView", IndexSet{1});
-    set("previousJobsWindowFilesTableView", IndexSet{0});
-    quillet_.windows().widget("previousJobsWindow")->resize(900, 520);
-    shoot("previousJobsWindow", "previous-jobs");
+    stage_.perform("previousJobsWindowMenuItemActionClicked");
+    stage_.set("previousJobsWindowJobsTableView", IndexSet{1});
+    stage_.set("previousJobsWindowFilesTableView", IndexSet{0});
+    stage_.widget("previousJobsWindow")->resize(900, 520);
+    stage_.shoot("previousJobsWindow", QStringLiteral("previous-jobs"));
   }
 
-  QuilletApplication& quillet_;
+  Stage stage_;
   QString home_;
-  QString folder_;
-  bool allWritten_ = true;
 };
 
 std::vector<std::string> pathsIn(const QString& home) {

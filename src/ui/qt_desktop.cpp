@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -31,12 +32,13 @@ namespace {
 
 constexpr int kFileManagerPatience = 2'000;  // milliseconds
 constexpr int kPromptFieldWidth = 200;
+constexpr int kAlertIconSize = 48;
 
 QMessageBox* newAlert(std::u16string_view title, std::u16string_view message, QWidget* parent) {
   auto* box = new QMessageBox(parent);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setTextFormat(Qt::PlainText);
-  box->setIcon(QMessageBox::Warning);
+  box->setIconPixmap(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")).pixmap(kAlertIconSize));
   box->setText(qString(title));
   box->setInformativeText(qString(message));
   box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
@@ -93,7 +95,6 @@ void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view messa
                             const std::vector<std::u16string>& buttons, WindowName window,
                             std::function<void(std::size_t)> answered) {
   QMessageBox* box = newAlert(title, message, widgetOf(window));
-  box->setIcon(QMessageBox::Question);
   std::vector<QAbstractButton*> added;
   for (const std::u16string& button : buttons)
     added.push_back(box->addButton(withoutMnemonics(button),

@@ -24,11 +24,11 @@ bool isActive(const QStyleOptionViewItem& option) {
   return option.state.testFlag(QStyle::State_Active) && option.widget && option.widget->hasFocus();
 }
 
-void paintBackground(QPainter& painter, const QStyleOptionViewItem& option) {
+void paintBackground(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) {
   const Colours& colours = coloursOf(option.palette);
   if (!isSelected(option)) return;
   painter.fillRect(option.rect, isActive(option) ? colours.selectedFill : colours.selectedRow);
-  if (!isActive(option) && option.viewItemPosition != QStyleOptionViewItem::End)
+  if (!isActive(option) && index.column() == 0)
     painter.fillRect(QRect(option.rect.topLeft(), QSize(3, option.rect.height())), colours.link);
 }
 
@@ -51,10 +51,15 @@ void paintFocus(QPainter& painter, const QStyleOptionViewItem& option) {
 
 }  // namespace
 
+void paintColumnLine(QPainter& painter, const QStyleOptionViewItem& option) {
+  const QRect& cell = option.rect;
+  painter.fillRect(QRect(cell.right(), cell.top(), 1, cell.height()), coloursOf(option.palette).columnLine);
+}
+
 void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const {
   painter->save();
-  paintBackground(*painter, option);
+  paintBackground(*painter, option, index);
   const QRect rect = option.rect.adjusted(10, 0, -8, 0);
   const QRect iconRect(rect.left(), rect.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
   const bool white = isSelected(option) && isActive(option);
@@ -87,7 +92,7 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
 void JobDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                         const QModelIndex& index) const {
   painter->save();
-  paintBackground(*painter, option);
+  paintBackground(*painter, option, index);
   QRect rect = option.rect.adjusted(8, 0, -4, 0);
   const QString badge = index.data(TableModel::BadgeRole).toString();
   if (!badge.isEmpty()) {
@@ -117,7 +122,8 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->save();
   const Colours& colours = coloursOf(option.palette);
   if (index.row() % 2) painter->fillRect(option.rect, colours.alternate);
-  paintBackground(*painter, option);
+  paintBackground(*painter, option, index);
+  if (!isSelected(option)) paintColumnLine(*painter, option);
   if (index.data(TableModel::MissingRole).toBool()) {
     painter->setPen(isSelected(option) ? colours.missingSelected : colours.missing);
     painter->drawRect(option.rect.adjusted(0, 0, -1, -1));

@@ -6,6 +6,9 @@
 
 namespace quillet::ui {
 
+// The thin line at the right of a cell that is not selected.
+void paintColumnLine(QPainter& painter, const QStyleOptionViewItem& option);
+
 class OperationDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;

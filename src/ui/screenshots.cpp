@@ -1,17 +1,20 @@
 #include "ui/screenshots.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
-#include <QPixmap>
+#include <QMenu>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <fstream>
 #include <nlohmann/json.hpp>
 
 #include "operations/operation_codes.h"
 #include "shell/operation_json.h"
-#include "ui/quillet_application.h"
+#include "ui/grid_view.h"
+#include "ui/stage.h"
 #include "ui/temporary_folders.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
@@ -20,125 +23,252 @@ namespace quillet::ui {
 
 namespace {
 
-constexpr std::int64_t kPanels[] = {OpReplaceCharacter, OpSkipLine,       OpTrimLine,
-                                    OpReplaceLine,      OpJoinLines,      OpTrimColumn,
-                                    OpReplaceColumn,    OpReformatColumn, OpSetInitialNumberOfColumns,
-                                    OpRearrangeColumns, OpJoinColumns};
+using Setting = Stage::Setting;
 
-constexpr int kOutputAsTable = 2;
+constexpr const char* kFiles[] = {"customers.csv", "orders.txt", "stock.csv"};
+const char* const kClipboard =
+    "A-100;bolt;0.10;EUR;2024-01-10\nA-107;nut;1.13;EUR\nA-114;washer;2.16;EUR;2024-03-12\nA-121;bracket\n"
+    "A-128;hinge;4.22;EUR;2024-05-14\nA-135;rivet;5.25;EUR;2024-06-15\nA-142;bolt M6, brass;6.28;EUR";
+
+// A panel, and what is set in it.
+struct Panel {
+  std::int64_t code;
+  const char* window;
+  const char* picture;
+  std::vector<Setting> settings;
+};
+
+std::u16string text(const char16_t* literal) {
+  return literal;
+}
+
+const std::vector<Panel>& linePanels() {
+  static const std::vector<Panel> panels = {
+      {OpReplaceCharacter,
+       "replaceCharacterOperationWindow",
+       "replaceCharacterOperationWindow",
+       {{"WhatTextField", text(u"\\t")}, {"WithTextField", text(u" ")}}},
+      {OpSkipLine,
+       "skipLineOperationWindow",
+       "skipLineOperationWindow",
+       {{"SkipIfPopUpButton", std::int64_t{2}}, {"TextField", text(u"1, 2, 5 - 8")}}},
+      {OpTrimLine,
+       "trimLineOperationWindow",
+       "trimLineOperationWindow",
+       {{"TrimWhatPopUpButton", std::int64_t{1}}, {"TextField", text(u"#;")}}},
+      {OpReplaceLine,
+       "replaceLineOperationWindow",
+       "replaceLineOperationWindow",
+       {{"TypePopUpButton", std::int64_t{1}},
+        {"WhatTextField", text(u"(\\d+),(\\d+)")},
+        {"WithTextField", text(u"$1.$2")},
+        {"CaseSensitiveButton", true}}},
+      {OpJoinLines,
+       "joinLinesOperationWindow",
+       "joinLinesOperationWindow",
+       {{"NumberToJoinTextField", text(u"2")}, {"SeparatorTextField", text(u"; ")}}},
+      {OpSetInitialNumberOfColumns,
+       "setNumberOfColumnsOperationWindow",
+       "setNumberOfColumnsOperationWindow",
+       {}},
+  };
+  return panels;
+}
+
+const std::vector<Panel>& columnPanels() {
+  static const std::vector<Panel> panels = {
+      {OpTrimColumn, "trimColumnOperationWindow", "trimColumnOperationWindow-none", {}},
+      {OpTrimColumn,
+       "trimColumnOperationWindow",
+       "trimColumnOperationWindow",
+       {{"ColumnsTableView", IndexSet{0, 1}}}},
+      {OpReplaceColumn,
+       "replaceColumnOperationWindow",
+       "replaceColumnOperationWindow",
+       {{"ColumnsTableView", IndexSet{2}}, {"WhatTextField", text(u"@")}}},
+      {OpReformatColumn,
+       "reformatColumnOperationWindow",
+       "reformatColumnOperationWindow-date",
+       {{"ColumnsTableView", IndexSet{6}}, {"ReformatAsPopUpButton", std::int64_t{1}}}},
+      {OpReformatColumn,
+       "reformatColumnOperationWindow",
+       "reformatColumnOperationWindow-dateTime",
+       {{"ColumnsTableView", IndexSet{6}}, {"ReformatAsPopUpButton", std::int64_t{3}}}},
+      {OpReformatColumn,
+       "reformatColumnOperationWindow",
+       "reformatColumnOperationWindow-number",
+       {{"ColumnsTableView", IndexSet{8}},
+        {"ReformatAsPopUpButton", std::int64_t{5}},
+        {"UseInvalidStringButton", true},
+        {"InvalidString", text(u"unknown")}}},
+      {OpRearrangeColumns,
+       "rearrangeColumnsOperationWindow",
+       "rearrangeColumnsOperationWindow",
+       {{"ColumnsTableView", IndexSet{1}}}},
+      {OpJoinColumns,
+       "joinColumnsOperationWindow",
+       "joinColumnsOperationWindow",
+       {{"ColumnsTableView", IndexSet{0, 1}}, {"SeparatorTextField", text(u" - ")}}},
+  };
+  return panels;
+}
+
+// The sheets over the grid, by the command that opens them.
+struct GridSheet {
+  const char* command;
+  const char* window;
+  std::vector<Setting> settings;
+};
+
+const std::vector<GridSheet>& gridSheets() {
+  static const std::vector<GridSheet> sheets = {
+      {"clipboardDataWindowSplitButtonPressed", "clipboardDataSplitWindow", {}},
+      {"clipboardDataWindowJoinButtonPressed",
+       "clipboardDataJoinWindow",
+       {{"LineSeparatorComboBox", text(u"\\n")}, {"ColumnSeparatorComboBox", text(u"\\t")}}},
+      {"clipboardDataWindowTrimButtonPressed",
+       "clipboardDataTrimWindow",
+       {{"TrimWhatPopUpButton", std::int64_t{2}}}},
+      {"clipboardDataWindowReplaceButtonPressed",
+       "clipboardDataReplaceWindow",
+       {{"WhatTextField", text(u".")}, {"WithTextField", text(u",")}}},
+      {"clipboardDataWindowFillButtonPressed",
+       "clipboardDataFillWindow",
+       {{"TypePopUpButton", std::int64_t{1}}, {"WithTextField", text(u"10,5")}}},
+      {"rowsTableViewReturnKeyPressed", "cellDetailsWindow", {}},
+  };
+  return sheets;
+}
 
 class Photographer {
  public:
-  Photographer(QuilletApplication& quillet, QString folder, QString scheme)
-      : quillet_(quillet), folder_(std::move(folder)), scheme_(std::move(scheme)) {}
+  Photographer(QuilletApplication& quillet, const QString& folder, const QString& scheme)
+      : stage_(quillet, folder, QLatin1Char('-') + scheme) {}
 
   bool takeAll() {
     mainWindow();
     operationPanels();
     clipboardWindow();
-    otherWindows();
-    return allWritten_;
+    jobsWindow();
+    stage_.perform("preferencesMenuItemClicked");
+    stage_.shoot("preferencesWindow", QStringLiteral("preferencesWindow"));
+    return stage_.allWritten();
   }
 
  private:
-  AppDelegate& application() { return quillet_.application(); }
-  void perform(const char* command) { application().interface().commands().perform(command); }
+  AppDelegate& application() { return stage_.application(); }
 
-  void shoot(std::string_view window, const QString& name) {
-    QApplication::processEvents();
-    QWidget* widget = quillet_.windows().widget(window);
-    allWritten_ = widget && widget->grab().save(QStringLiteral("%1/%2-%3.png").arg(folder_, name, scheme_)) &&
-                  allWritten_;
-  }
-
-  void shootOpenSheets() {
-    for (Window* window : application().interface().windows()) {
-      if (!window->sheetParent() || !window->isShown()) continue;
-      shoot(window->name(), QString::fromStdString(window->name()));
-      window->cancelButton()->press();
-    }
+  void shootMenu(const char* window, const char* button, const QString& name) {
+    auto* pressed = stage_.widget(window)->findChild<QWidget*>(QLatin1String(button));
+    QMenu* menu = pressed ? pressed->findChild<QMenu*>() : nullptr;
+    if (!menu) return stage_.fail();
+    menu->popup(pressed->mapToGlobal(QPoint(0, pressed->height())));
+    stage_.shoot(menu, name);
+    menu->close();
   }
 
   void mainWindow() {
-    static_cast<PopUpButton*>(application().interface().control("previewTypePopUpButton"))
-        ->userSelects(kOutputAsTable);
-    shoot("window", QStringLiteral("window"));
-    for (const char* command : {"saveJobMenuItemClicked"}) {
-      perform(command);
-      shootOpenSheets();
-    }
+    stage_.set("previewTypePopUpButton", std::int64_t{0});
+    stage_.shoot("window", QStringLiteral("window-inputText"));
+    stage_.set("previewTypePopUpButton", kOutputAsTable);
+    application().operationTable().table().userSelects(IndexSet{4});
+    stage_.shoot("window", QStringLiteral("window"));
+    shootMenu("window", "addOperationButton", QStringLiteral("menu-addOperation"));
+    stage_.selectFiles(IndexSet{0, 2});
+    stage_.shoot("window", QStringLiteral("window-severalFiles"));
+    stage_.perform("runButtonPressed");
+    stage_.shootDialog(QStringLiteral("outputFolder"));
+    stage_.selectFiles({});
+    stage_.shoot("window", QStringLiteral("window-noFile"));
+    stage_.selectFiles(IndexSet{0});
+    stage_.perform("saveJobMenuItemClicked");
+    stage_.shootSheet("saveJobWindow", QStringLiteral("saveJobWindow"));
+    stage_.saveJob("window", u"Clean customers");
+  }
+
+  void editOperation(std::int64_t row, const char* window) {
+    application().operationTable().table().userSelects(IndexSet{row});
+    stage_.perform("showOperationWindow");
+    stage_.shootSheet(window, QLatin1String(window));
   }
 
   void operationPanels() {
     const auto operations = application().shared().files->all().front()->operations.value_or(OperationList());
-    const auto last = static_cast<std::int64_t>(operations.size()) - 1;
-    for (const std::int64_t row : {std::int64_t{0}, last}) {
-      application().operationTable().table().userSelects(IndexSet{row});
-      perform("showOperationWindow");
-      shootOpenSheets();
-    }
-    for (const std::int64_t code : kPanels) {
-      application().operationEditor().showPanelForAdding(code);
-      shootOpenSheets();
-    }
-  }
-
-  void fillSplitSheet() {
-    Window* sheet = application().interface().window("clipboardDataSplitWindow");
-    const auto set = [&](const char* name, const auto& value) {
-      Control* control = sheet->control(std::string("clipboardDataSplitWindow") + name);
-      if constexpr (std::is_same_v<std::decay_t<decltype(value)>, bool>)
-        static_cast<CheckBox*>(control)->userSets(value);
-      else
-        static_cast<TextField*>(control)->userTypes(value);
-    };
-    set("SplitClipboardIntoLinesCheckbox", true);
-    set("SplitLinesIntoColumnsCheckbox", true);
-    set("LineSeparatorComboBox", u"\\n");
-    set("ColumnSeparatorComboBox", u",");
-    sheet->doneButton()->press();
+    editOperation(0, "initialOperationsWindow");
+    editOperation(static_cast<std::int64_t>(operations.size()) - 1, "finalOperationsWindow");
+    for (const auto* panels : {&linePanels(), &columnPanels()})
+      for (const Panel& panel : *panels) {
+        application().operationEditor().showPanelForAdding(panel.code);
+        stage_.fill(panel.window, panel.settings);
+        stage_.shootSheet(panel.window, QLatin1String(panel.picture));
+      }
   }
 
   void clipboardWindow() {
-    QApplication::clipboard()->setText(
-        QStringLiteral("A-100,bolt,0.10,EUR,2024-01-10\nA-107,nut,1.13,EUR\nA-114,washer,2.16,EUR,2024-03-"
-                       "12\nA-121,bracket\n"
-                       "A-128,hinge,4.22,EUR,2024-05-14"));
-    perform("clipboardDataWindowMenuItemClicked");
-    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-help"));
-    perform("clipboardDataWindowRefreshNowButtonPressed");
-    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-text"));
+    QApplication::clipboard()->setText(QLatin1String(kClipboard));
+    stage_.perform("clipboardDataWindowMenuItemClicked");
+    stage_.shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-help"));
+    stage_.perform("clipboardDataWindowRefreshNowButtonPressed");
+    stage_.shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-text"));
+    stage_.performSheet("clipboardDataWindowSplitButtonPressed", "clipboardDataSplitWindow",
+                        {{"SplitClipboardIntoLinesCheckbox", true},
+                         {"LineSeparatorComboBox", text(u"\\n")},
+                         {"SplitLinesIntoColumnsCheckbox", true},
+                         {"ColumnSeparatorComboBox", text(u";")}});
     ClipboardGroup& clipboard = application().clipboard();
-    perform("clipboardDataWindowSplitButtonPressed");
-    fillSplitSheet();
-    clipboard.table().mouseDown(1, 3, 1, {});
     clipboard.table().didClickTableColumn(3, {});
-    shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow"));
-    for (const char* command :
-         {"clipboardDataWindowSplitButtonPressed", "clipboardDataWindowJoinButtonPressed",
-          "clipboardDataWindowTrimButtonPressed", "clipboardDataWindowReplaceButtonPressed",
-          "clipboardDataWindowFillButtonPressed", "rowsTableViewReturnKeyPressed"}) {
-      perform(command);
-      shootOpenSheets();
+    stage_.performSheet("clipboardDataWindowTrimButtonPressed", "clipboardDataTrimWindow",
+                        {{"TrimWhatPopUpButton", std::int64_t{2}}});
+    clipboard.table().mouseDown(3, 3, 1, {});
+    QApplication::processEvents();
+    QApplication::setActiveWindow(stage_.widget("clipboardDataWindow"));
+    stage_.widget("clipboardDataWindow")->findChild<GridView*>()->setFocus();
+    stage_.shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow"));
+    stage_.widget("clipboardDataWindow")
+        ->findChild<QToolButton*>(QStringLiteral("clipboardDataWindowRefreshToolbarItem"))
+        ->setFocus();
+    stage_.shoot("clipboardDataWindow", QStringLiteral("clipboardDataWindow-unfocused"));
+    shootMenu("clipboardDataWindow", "clipboardDataWindowPerformToolbarItem", QStringLiteral("menu-perform"));
+    clipboard.table().mouseDown(6, 2, 1, {});
+    for (const GridSheet& sheet : gridSheets()) {
+      stage_.perform(sheet.command);
+      stage_.fill(sheet.window, sheet.settings);
+      stage_.shootSheet(sheet.window, QLatin1String(sheet.window));
     }
+    stage_.perform("clipboardDataWindowJoinColumnsMenuItemClicked");
+    stage_.shootDialog(QStringLiteral("prompt"));
+    stage_.saveJob("clipboardDataWindow", u"Prices without their unit");
   }
 
-  void otherWindows() {
-    perform("previousJobsWindowMenuItemActionClicked");
-    shoot("previousJobsWindow", QStringLiteral("previousJobsWindow"));
-    perform("preferencesMenuItemClicked");
-    shoot("preferencesWindow", QStringLiteral("preferencesWindow"));
+  void jobsWindow() {
+    stage_.perform("previousJobsWindowMenuItemActionClicked");
+    stage_.shoot("previousJobsWindow", QStringLiteral("previousJobsWindow-none"));
+    stage_.set("previousJobsWindowJobsTableView", IndexSet{1});
+    stage_.set("previousJobsWindowFilesTableView", IndexSet{0});
+    stage_.shoot("previousJobsWindow", QStringLiteral("previousJobsWindow"));
+    stage_.perform("deleteJobsButtonClicked");
+    stage_.shootDialog(QStringLiteral("alert"));
+    jobFileSheet();
   }
 
-  QuilletApplication& quillet_;
-  QString folder_;
-  QString scheme_;
-  bool allWritten_ = true;
+  // It comes for jobs of older versions only, of which none is saved here.
+  void jobFileSheet() {
+    dynamic_cast<Label&>(*application().interface().control("previousJobFileWindowFilePathLabel"))
+        .setText(u16String(QStringLiteral("/home/ada/Documents/customers.csv")));
+    QWidget* sheet = stage_.widget("previousJobFileWindow");
+    sheet->adjustSize();
+    stage_.shoot(sheet, QStringLiteral("previousJobFileWindow"));
+  }
+
+  Stage stage_;
 };
 
-// The sample file with the operations that clean it.
-void launchWithSample(QuilletApplication& quillet, const QString& samples) {
-  quillet.launch({QFile::encodeName(samples + QStringLiteral("/customers.csv")).toStdString()});
+// The sample files, the first with the operations that clean it.
+void launchWithSamples(QuilletApplication& quillet, const QString& samples) {
+  std::vector<std::string> paths;
+  for (const char* name : kFiles)
+    paths.push_back(QFile::encodeName(samples + QLatin1Char('/') + QLatin1String(name)).toStdString());
+  quillet.launch(paths);
   std::ifstream file(QFile::encodeName(samples + QStringLiteral("/clean-customers.json")).toStdString());
   const auto operations = operationsFromJson(nlohmann::json::parse(file, nullptr, false));
   if (!operations) return;
@@ -153,7 +283,7 @@ bool takeIn(QApplication& application, Scheme scheme, const QString& samples, co
   const QTemporaryDir home;
   applyTheme(application, scheme);
   QuilletApplication quillet(std::make_shared<TemporaryFolders>(home.path().toStdString()));
-  launchWithSample(quillet, samples);
+  launchWithSamples(quillet, samples);
   return Photographer(quillet, folder,
                       scheme == Scheme::Dark ? QStringLiteral("dark") : QStringLiteral("light"))
       .takeAll();

@@ -4,7 +4,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
-#include <QStyle>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace quillet::ui {
@@ -18,25 +18,35 @@ QColor rgb(QRgb value) {
   return QColor::fromRgb(value);
 }
 
-const Colours kLight{rgb(0xEEF0F2), rgb(0xFFFFFF), rgb(0xF5F7F9), rgb(0x1F2328), rgb(0x57606A),
-                     rgb(0xB42318), rgb(0x6B7480), rgb(0x1F5FBF), rgb(0x1F5FBF), rgb(0xFFFFFF),
-                     rgb(0x838D98), rgb(0x000000), rgb(0xD5DCE4), rgb(0x57606A), rgb(0xE6E9EC),
-                     rgb(0x57606A), rgb(0x808080), rgb(0xE3E6EA), rgb(0x3B4754)};
-const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), rgb(0xA3ABB5),
-                    rgb(0xFF8A80), rgb(0x8F98A3), rgb(0x7FB0FF), rgb(0x3874D6), rgb(0xFFFFFF),
-                    rgb(0x79838E), rgb(0x000000), rgb(0x3F4751), rgb(0xB4BBC4), rgb(0x2D3137),
-                    rgb(0xA3ABB5), rgb(0x808080), rgb(0xE3E6EA), rgb(0xC3CAD3)};
+const Colours kLight{rgb(0xEEF0F2), rgb(0xFFFFFF), rgb(0xF5F7F9), rgb(0x1F2328), rgb(0x57606A), rgb(0xB42318),
+                     rgb(0x6B7480), rgb(0x1F5FBF), rgb(0x1F5FBF), rgb(0xFFFFFF), rgb(0x838D98), rgb(0x000000),
+                     rgb(0xD5DCE4), rgb(0x57606A), rgb(0xE6E9EC), rgb(0x57606A), rgb(0x808080), rgb(0xE3E6EA),
+                     rgb(0xE3E7EB), rgb(0xCDD2D8), rgb(0x3B4754)};
+const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), rgb(0xA3ABB5), rgb(0xFF8A80),
+                    rgb(0x8F98A3), rgb(0x7FB0FF), rgb(0x3874D6), rgb(0xFFFFFF), rgb(0x79838E), rgb(0x000000),
+                    rgb(0x3F4751), rgb(0xB4BBC4), rgb(0x2D3137), rgb(0xA3ABB5), rgb(0x808080), rgb(0xE3E6EA),
+                    rgb(0x2C3036), rgb(0x3C4249), rgb(0xC3CAD3)};
 
 const char* const kStyleSheet = R"(
-QHeaderView { border: none; }
+QMessageBox QLabel#qt_msgbox_label { font-weight: 600; min-width: 240px; }
+QHeaderView { border: none; background: palette(base); }
+QHeaderView:horizontal { background: palette(window); }
+GridView QHeaderView { background: palette(window); }
 QSplitter::handle { background: transparent; }
 QSplitter::handle:hover { background: palette(mid); }
-QFrame#actionBar, QFrame#clipboardDataWindowBar { border: none; border-top: 1px solid palette(mid); }
 QPushButton[accent="true"] { background: palette(highlight); color: palette(highlighted-text); border: none;
   border-radius: 4px; padding: 5px 16px; font-weight: 600; }
 QPushButton[accent="true"]:disabled { background: palette(mid); color: palette(window-text); }
 QPushButton[accent="true"]:focus { border: 2px solid palette(text); padding: 3px 14px; }
 )";
+
+QString lineStyle(const Colours& colours) {
+  return QStringLiteral(
+             "QFrame#actionBar, QFrame#clipboardDataWindowBar { border: none; border-top: 1px solid %1; }"
+             "QSplitter#mainSplitView::handle, QSplitter#clipboardDataWindowSplitView::handle { background: "
+             "%1; }")
+      .arg(colours.paneLine.name());
+}
 
 QString headerStyle(const Colours& colours) {
   const QString line = QColor(colours.missing.red(), colours.missing.green(), colours.missing.blue(), 60)
@@ -48,6 +58,21 @@ QString headerStyle(const Colours& colours) {
              " border-right: 1px solid %3; border-bottom: 1px solid %3; }")
       .arg(colours.header.name(), colours.headerText.name(), line);
 }
+
+// Fusion leaves a button's text hardly more room than it takes.
+class HouseStyle final : public QProxyStyle {
+ public:
+  HouseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                         const QWidget* widget) const override {
+    constexpr int kRoom = 10;  // pixels, for both sides
+    QSize whole = QProxyStyle::sizeFromContents(type, option, size, widget);
+    if (type == CT_PushButton && whole.width() < size.width() + 2 * kRoom)
+      whole.setWidth(size.width() + 2 * kRoom);
+    return whole;
+  }
+};
 
 }  // namespace
 
@@ -83,6 +108,7 @@ QPalette paletteOf(Scheme scheme) {
   palette.setColor(QPalette::HighlightedText, colours.selectedText);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
     palette.setColor(QPalette::Disabled, role, colours.placeholder);
+  palette.setColor(QPalette::Disabled, QPalette::Base, colours.window);
   return palette;
 }
 
@@ -100,9 +126,10 @@ Scheme schemeOfDesktop() {
 }
 
 void applyTheme(QApplication& application, Scheme scheme) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new HouseStyle);
   QApplication::setPalette(paletteOf(scheme));
-  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + headerStyle(coloursOf(scheme)));
+  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + lineStyle(coloursOf(scheme)) +
+                            headerStyle(coloursOf(scheme)));
 }
 
 QFont fixedWidthFont() {

@@ -18,6 +18,7 @@ struct Colours {
   QColor selectedRow, selectedRowDetail;    // of a list without the keys
   QColor header, headerText;
   QColor missing, missingSelected;  // the frame of a cell that is not there
+  QColor columnLine, paneLine;      // between columns of cells; between panes of a window
   QColor icon;
 };
 
@@ -34,7 +35,7 @@ const Colours& coloursOf(Scheme scheme);
 const Colours& coloursOf(const QPalette& palette);
 QPalette paletteOf(Scheme scheme);
 
-// Follows the desktop's colour scheme as it is now; the forced one is for pictures.
+// Gives the style, its palette and the spaces of the house.
 void applyTheme(QApplication& application, Scheme scheme);
 Scheme schemeOfDesktop();
 
