@@ -64,6 +64,12 @@ class HouseStyle final : public QProxyStyle {
  public:
   HouseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
 
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* data) const override {
+    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
+                                                       : QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
   QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
                          const QWidget* widget) const override {
     constexpr int kRoom = 10;  // pixels, for both sides
