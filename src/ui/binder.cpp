@@ -13,6 +13,7 @@
 #include <QStackedWidget>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 #include "ui/grid_view.h"
 #include "ui/large_text_view.h"
@@ -196,8 +197,12 @@ void Binder::visit(TextView& view) {
   auto* widget = find<LargeTextView>(view);
   if (!widget) return;
   widget->setFont(fixedWidthFont());
-  keepShown(view, *widget, [&view, widget] {
-    if (const QString text = qString(view.text()); text != widget->text()) widget->setText(text);
+  keepShown(view, *widget, [&view, widget, shown = std::make_shared<std::uint64_t>(0)] {
+    if (std::exchange(*shown, view.textVersion()) == view.textVersion()) return;
+    // Not copied, as it may be large: the control has it until it tells of another.
+    const std::u16string& text = view.text();
+    widget->setText(QString::fromRawData(reinterpret_cast<const QChar*>(text.data()),
+                                         static_cast<qsizetype>(text.size())));
   });
 }
 
@@ -208,14 +213,6 @@ TableModel::Kind kindOf(const Table& table) {
   if (name.find("perationsTableView") != std::string::npos) return TableModel::Kind::Operations;
   if (name == "previousJobsWindowJobsTableView") return TableModel::Kind::Jobs;
   return TableModel::Kind::Plain;
-}
-
-void setColumnWidths(TableView& view, const Table& table, const TableModel& model) {
-  for (int column = 0; column < model.columnCount(); ++column) {
-    const auto at = static_cast<std::size_t>(column + model.firstColumn());
-    const int width = at < table.columnCount() ? table.column(at).width : 0;
-    if (width > 0 && view.columnWidth(column) != width) view.setColumnWidth(column, width);
-  }
 }
 
 void dress(TableView& view, TableModel::Kind kind) {
@@ -267,7 +264,7 @@ void bindSelection(Table& table, TableView& view, TableModel& model) {
   keepShown(table, view, [&table, &view, &model] {
     view.setProperty("showingSelection", true);
     model.refresh();
-    setColumnWidths(view, table, model);
+    view.showColumnWidths(table, model.firstColumn());
     if (view.selectedRowIndexes() != table.selectedRows()) {
       view.selectionModel()->select(selectionOf(table, model), QItemSelectionModel::ClearAndSelect);
       if (const std::int64_t row = table.selectedRow(); row >= 0) {
@@ -292,10 +289,9 @@ void Binder::visit(Table& table) {
   widget->setModel(model);
   dress(*widget, kind);
   bindSelection(table, *widget, *model);
-  QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionResized, widget,
-                   [&table, model](int column, int, int width) {
-                     table.userResizesColumn(static_cast<std::size_t>(column + model->firstColumn()), width);
-                   });
+  QObject::connect(widget, &TableView::columnResized, widget, [&table, model](int column, int width) {
+    table.userResizesColumn(static_cast<std::size_t>(column + model->firstColumn()), width);
+  });
 }
 
 void Binder::visit(Box& box) {
