@@ -74,7 +74,7 @@ OperationList severalOperations(const OperationList& plain) {
       {{"Code", std::int64_t{OpTrimLine}}, {"IntArg1", std::int64_t{2}}},
       {{"Code", std::int64_t{OpReplaceLine}}, {"Arg1", u"Ada"}, {"Arg2", u"Grace"}},
       {{"Code", std::int64_t{OpTrimColumn}}, {"Arg1", u"1, 2"}, {"IntArg1", std::int64_t{2}}},
-      {{"Code", std::int64_t{OpSetFinalNumberOfColumns}}, {"Arg1", u"6"}}};
+      {{"Code", std::int64_t{OpSetFinalNumberOfColumns}}, {"IntArg1", std::int64_t{6}}}};
   list.insert(list.end() - 1, std::begin(added), std::end(added));
   return list;
 }
@@ -85,7 +85,7 @@ void measureRun(std::size_t megabytes) {
   const std::string huge = at.home().path("huge.csv");
   writeRepeated(huge, "Ada,Lovelace,London,1815-12-10,  mathematics ,12.5\nbad \xFF byte,two\n",
                 megabytes * 1'000'000);
-  std::filesystem::create_directories(at.home().path("out"));
+  for (const char* folder : {"out", "tmp"}) std::filesystem::create_directories(at.home().path(folder));
   application.shared().defaults->setValue("OutputFolderBookmark", at.home().path("out"));
   application.shared().defaults->setValue("DontOpenOutputFolderAfterComplete", true);
   application.fileCommands().dropAtEnd({huge});
