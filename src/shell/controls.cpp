@@ -112,6 +112,7 @@ ComboBox::ComboBox(Window& window, std::string name, std::vector<Item> items)
 
 void TextView::setText(std::u16string text) {
   text_ = std::move(text);
+  ++textVersion_;
   changed();
 }
 
@@ -139,6 +140,7 @@ void Table::setColumns(std::vector<Column> columns) {
   if (!columnRule_ && columns == columns_) return;
   columns_ = std::move(columns);
   columnRule_ = nullptr;
+  ++columnsVersion_;
   changed();
 }
 
@@ -146,6 +148,7 @@ void Table::setColumns(std::size_t count, ColumnRule rule) {
   ruledColumnCount_ = count;
   columnRule_ = std::move(rule);
   widthsByUser_.clear();
+  ++columnsVersion_;
   changed();
 }
 

@@ -171,10 +171,12 @@ class TextView final : public Control {
   void accept(ControlVisitor& visitor) override;
 
   const std::u16string& text() const { return text_; }
+  std::uint64_t textVersion() const { return textVersion_; }  // another one after each setText(); never 0
   void setText(std::u16string text);
 
  private:
   std::u16string text_;
+  std::uint64_t textVersion_ = 1;
 };
 
 // Rows are asked from the source when they are shown. Which are selected is held by the table, by index: it
@@ -213,6 +215,8 @@ class Table final : public Control {
 
   std::size_t columnCount() const { return columnRule_ ? ruledColumnCount_ : columns_.size(); }
   Column column(std::size_t column) const;  // of those that are there
+  // Another one whenever the application has set columns; never 0.
+  std::uint64_t columnsVersion() const { return columnsVersion_; }
   // Columns that are as they were are not told; those by a rule always are. Widths that the user gave go.
   void setColumns(std::vector<Column> columns);
   void setColumns(std::size_t count, ColumnRule rule);
@@ -246,6 +250,7 @@ class Table final : public Control {
   std::vector<Column> columns_;  // not used with a rule
   ColumnRule columnRule_;
   std::size_t ruledColumnCount_ = 0;
+  std::uint64_t columnsVersion_ = 1;
   std::map<std::size_t, int> widthsByUser_;  // of columns by a rule
   int width_ = 0;
   IndexSet selectedRows_;

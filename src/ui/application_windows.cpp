@@ -350,7 +350,6 @@ void ApplicationWindows::showNoteForSeveralFiles() {
   auto* note = find<QLabel>("window", "severalFilesLabel");
   const auto show = [files, note] { note->setVisible(files->selectedRowIndexes().count() > 1); };
   connect(files->selectionModel(), &QItemSelectionModel::selectionChanged, note, show);
-  connect(files->model(), &QAbstractItemModel::modelReset, note, show);
   show();
 }
 

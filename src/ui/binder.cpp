@@ -13,10 +13,11 @@
 #include <QStackedWidget>
 #include <QTimer>
 #include <memory>
-#include <set>
+#include <utility>
 
 #include "ui/grid_view.h"
 #include "ui/large_text_view.h"
+#include "ui/preview_columns.h"
 #include "ui/row_delegates.h"
 #include "ui/table_model.h"
 #include "ui/table_view.h"
@@ -28,7 +29,6 @@ namespace quillet::ui {
 namespace {
 
 constexpr const char* kHiddenPage = "hiddenPage";
-constexpr int kPreviewColumnWidth = 80;  // by the rule of the preview
 constexpr int kNoteRole = Qt::UserRole + 1;
 
 QString nameOf(const Control& control) {
@@ -198,8 +198,12 @@ void Binder::visit(TextView& view) {
   auto* widget = find<LargeTextView>(view);
   if (!widget) return;
   widget->setFont(fixedWidthFont());
-  keepShown(view, *widget, [&view, widget] {
-    if (const QString text = qString(view.text()); text != widget->text()) widget->setText(text);
+  keepShown(view, *widget, [&view, widget, shown = std::make_shared<std::uint64_t>(0)] {
+    if (std::exchange(*shown, view.textVersion()) == view.textVersion()) return;
+    // Not copied, as it may be large: the control has it until it tells of another.
+    const std::u16string& text = view.text();
+    widget->setText(QString::fromRawData(reinterpret_cast<const QChar*>(text.data()),
+                                         static_cast<qsizetype>(text.size())));
   });
 }
 
@@ -211,64 +215,6 @@ TableModel::Kind kindOf(const Table& table) {
   if (name == "previousJobsWindowJobsTableView") return TableModel::Kind::Jobs;
   return TableModel::Kind::Plain;
 }
-
-// How wide the texts of a column are, within reason.
-int widthOfTexts(const TableView& view, const TableModel& model, int column) {
-  constexpr int kAround = 12;
-  constexpr int kMost = 240;  // pixels
-  constexpr int kMostUnits = 60;
-  const QFontMetrics metrics(view.font());
-  int width = 0;
-  for (int row = 0; row < model.rowCount() && width < kMost; ++row)
-    width = std::max(width,
-                     metrics.horizontalAdvance(model.index(row, column).data().toString().left(kMostUnits)));
-  return std::min(width + kAround, kMost);
-}
-
-// The widths of a table's columns in its view. The first columns of a preview grow with their texts, and do
-// not shrink again, as paging through a file would make them dance. What the user has drawn stays while the
-// table has as many columns.
-class ColumnWidths final : public QObject {
- public:
-  ColumnWidths(Table& table, TableView& view, const TableModel& model)
-      : QObject(&view), table_(table), view_(view), model_(model) {
-    connect(view.horizontalHeader(), &QHeaderView::sectionResized, this,
-            [this](int column, int, int width) { resized(column, width); });
-    connect(view.horizontalHeader(), &QHeaderView::sectionCountChanged, this, [this] { byUser_.clear(); });
-  }
-
-  void apply() {
-    applying_ = true;
-    for (int column = 0; column < model_.columnCount(); ++column) {
-      const auto at = static_cast<std::size_t>(column + model_.firstColumn());
-      const int width = at < table_.columnCount() ? shown(column, table_.column(at).width) : 0;
-      if (width > 0 && view_.columnWidth(column) != width) view_.setColumnWidth(column, width);
-    }
-    applying_ = false;
-  }
-
- private:
-  int shown(int column, int width) const {
-    constexpr int kMostColumns = 100;
-    if (model_.kind() != TableModel::Kind::Numbered || width != kPreviewColumnWidth) return width;
-    if (byUser_.count(column)) return view_.columnWidth(column);
-    return column < kMostColumns
-               ? std::max({width, view_.columnWidth(column), widthOfTexts(view_, model_, column)})
-               : width;
-  }
-
-  void resized(int column, int width) {
-    if (applying_) return;
-    byUser_.insert(column);
-    table_.userResizesColumn(static_cast<std::size_t>(column + model_.firstColumn()), width);
-  }
-
-  Table& table_;
-  TableView& view_;
-  const TableModel& model_;
-  std::set<int> byUser_;
-  bool applying_ = false;
-};
 
 void dress(TableView& view, TableModel::Kind kind) {
   switch (kind) {
@@ -284,7 +230,6 @@ void dress(TableView& view, TableModel::Kind kind) {
       view.setItemDelegate(new CellDelegate(&view));
       view.setFont(fixedWidthFont());
       view.setRowHeight(22);
-      view.horizontalHeader()->setDefaultSectionSize(kPreviewColumnWidth);
       view.verticalHeader()->show();
       view.verticalHeader()->setFixedWidth(65);
       view.verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -317,11 +262,17 @@ void bindSelection(Table& table, TableView& view, TableModel& model) {
   });
   QObject::connect(&view, &TableView::activatedRow, &view,
                    [&table](int row) { table.userDoubleClicks(row); });
-  auto* widths = new ColumnWidths(table, view, model);
-  keepShown(table, view, [&table, &view, &model, widths] {
+  auto* columns = model.kind() == TableModel::Kind::Numbered ? new PreviewColumns(view) : nullptr;
+  QObject::connect(&view, &TableView::columnResized, &view, [&table, &model, columns](int column, int width) {
+    if (columns && columns->isFitting()) return;
+    if (columns) columns->userResizes(column, width);
+    table.userResizesColumn(static_cast<std::size_t>(column + model.firstColumn()), width);
+  });
+  keepShown(table, view, [&table, &view, &model, columns] {
     view.setProperty("showingSelection", true);
     model.refresh();
-    widths->apply();
+    view.showColumnWidths(table, model.firstColumn());
+    if (columns) columns->fit();
     if (view.selectedRowIndexes() != table.selectedRows()) {
       view.selectionModel()->select(selectionOf(table, model), QItemSelectionModel::ClearAndSelect);
       if (const std::int64_t row = table.selectedRow(); row >= 0) {

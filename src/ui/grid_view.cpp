@@ -11,7 +11,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "shell/column_width.h"
 #include "ui/row_delegates.h"
@@ -26,10 +26,6 @@ namespace quillet::ui {
 namespace {
 
 constexpr int kRowNumberWidth = 65;
-
-int intOf(std::size_t value) {
-  return static_cast<int>(std::min<std::size_t>(value, std::numeric_limits<int>::max()));
-}
 
 class GridDelegate final : public QStyledItemDelegate {
  public:
@@ -64,26 +60,13 @@ class GridDelegate final : public QStyledItemDelegate {
 }  // namespace
 
 GridModel::GridModel(ClipboardGroup& group, QObject* parent)
-    : QAbstractTableModel(parent),
-      group_(group),
-      rowCount_(gridRowCount()),
-      columnCount_(gridColumnCount()) {}
-
-int GridModel::gridRowCount() const {
-  return intOf(group_.data().clipboardDataArray().rowCount());
-}
-
-int GridModel::gridColumnCount() const {
-  return intOf(group_.table().dataColumnCount());
-}
-
-int GridModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rowCount_;
-}
-
-int GridModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : columnCount_;
-}
+    : SizedModel(
+          [&group] {
+            return Size{intOf(group.data().clipboardDataArray().rowCount()),
+                        intOf(group.table().dataColumnCount())};
+          },
+          parent),
+      group_(group) {}
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
   const ClipboardGrid& grid = group_.data().clipboardDataArray();
@@ -102,19 +85,6 @@ QVariant GridModel::headerData(int section, Qt::Orientation orientation, int rol
     return static_cast<int>(orientation == Qt::Horizontal ? Qt::AlignCenter
                                                           : Qt::AlignRight | Qt::AlignVCenter);
   return {};
-}
-
-void GridModel::refresh() {
-  const int rows = gridRowCount();
-  const int columns = gridColumnCount();
-  if (rows != rowCount_ || columns != columnCount_) {
-    beginResetModel();
-    rowCount_ = rows;
-    columnCount_ = columns;
-    endResetModel();
-  } else if (rows && columns) {
-    emit dataChanged(index(0, 0), index(rows - 1, columns - 1));
-  }
 }
 
 }  // namespace quillet::ui
@@ -183,9 +153,8 @@ void GridView::listenToHeaders() {
   });
   connect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
           [this](int column) { fitColumnToText(column); });
-  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
-    if (!applyingWidths_)
-      group_->table().table().userResizesColumn(static_cast<std::size_t>(column) + 1, width);
+  connect(this, &TableView::columnResized, this, [this](int column, int width) {
+    group_->table().table().userResizesColumn(static_cast<std::size_t>(column) + 1, width);
   });
   connect(verticalHeader(), &QHeaderView::sectionPressed, this, [this](int row) { rowNumberDown(row, 1); });
   connect(verticalHeader(), &QHeaderView::sectionDoubleClicked, this,
@@ -209,22 +178,8 @@ void GridView::listenToHeaders() {
 void GridView::refresh() {
   if (!model_) return;
   model_->refresh();
-  applyColumnWidths();
+  showColumnWidths(group_->table().table(), 1);
   showFocus();
-  viewport()->update();
-}
-
-// A width of 0 leaves it to the view, which shares its space.
-void GridView::applyColumnWidths() {
-  applyingWidths_ = true;
-  const quillet::Table& table = group_->table().table();
-  const int count = model_->columnCount();
-  for (int column = 0; column < count; ++column) {
-    const int width = table.column(static_cast<std::size_t>(column) + 1).width;
-    const int shown = width > 0 ? width : std::max(viewport()->width() / std::max(count, 1), 20);
-    if (columnWidth(column) != shown) setColumnWidth(column, shown);
-  }
-  applyingWidths_ = false;
 }
 
 // Keys move the focus out of sight of the eye, so it is brought into the view.
@@ -246,20 +201,18 @@ void GridView::keyPressEvent(QKeyEvent* event) {
   if (command && *key != GridKey::Tab && *key != GridKey::BackTab) return;
   group_->table().keyDown(*key, event->modifiers().testFlag(Qt::ShiftModifier),
                           event->modifiers().testFlag(Qt::AltModifier));
-  refresh();
+  showFocus();
 }
 
 void GridView::mouseDown(const QPoint& position, int clickCount, Qt::KeyboardModifiers modifiers) {
   const int row = rowAt(position.y());
   const int column = columnAt(position.x());
   group_->table().mouseDown(row, column < 0 ? -1 : column + 1, clickCount, clickModifiers(modifiers));
-  refresh();
 }
 
 void GridView::rowNumberDown(int row, int clickCount) {
   setFocus();
   group_->table().mouseDown(row, 0, clickCount, clickModifiers(QGuiApplication::keyboardModifiers()));
-  refresh();
 }
 
 void GridView::mousePressEvent(QMouseEvent* event) {
@@ -303,6 +256,13 @@ void GridView::resizeEvent(QResizeEvent* event) {
   if (group_ && event->size().width() != event->oldSize().width()) tellWidth(width());
 }
 
+// Before its window is laid out nothing tells the width that the grid will have, so columns made until then
+// are made again.
+void GridView::showEvent(QShowEvent* event) {
+  TableView::showEvent(event);
+  if (group_ && !std::exchange(wasShown_, true)) group_->table().resizeClipboardTableViewColumns(false);
+}
+
 // A grid that is not shown yet has its columns made for the place that it will get.
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::Resize && !isVisible())
@@ -313,7 +273,6 @@ bool GridView::eventFilter(QObject* watched, QEvent* event) {
 void GridView::tellWidth(int width) {
   const int bar = verticalScrollBar()->sizeHint().width();
   group_->table().windowDidResize(std::max(width - bar, 0));
-  applyColumnWidths();
 }
 
 // Tab moves in the grid.

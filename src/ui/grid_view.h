@@ -2,32 +2,22 @@
 // it; a million lines and 16,384 columns scroll at once, as only cells in sight are asked for.
 #pragma once
 
-#include <QAbstractTableModel>
-
 #include "shell/clipboard/clipboard_group.h"
+#include "ui/sized_model.h"
 #include "ui/table_view.h"
 
 namespace quillet::ui {
 
-class GridModel final : public QAbstractTableModel {
+class GridModel final : public SizedModel {
  public:
   // The group outlives the model.
   GridModel(ClipboardGroup& group, QObject* parent);
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-  void refresh();  // after a change of the grid, its columns or its selection
-
  private:
-  int gridRowCount() const;
-  int gridColumnCount() const;
-
   ClipboardGroup& group_;
-  int rowCount_ = 0;
-  int columnCount_ = 0;
 };
 
 }  // namespace quillet::ui
@@ -59,6 +49,7 @@ class GridView final : public TableView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -68,10 +59,9 @@ class GridView final : public TableView {
   void rowNumberDown(int row, int clickCount);
   void fitColumnToText(int column);
   void tellWidth(int width);
-  void applyColumnWidths();
   void showFocus();
 
   quillet::ClipboardGroup* group_ = nullptr;
   quillet::ui::GridModel* model_ = nullptr;
-  bool applyingWidths_ = false;
+  bool wasShown_ = false;
 };

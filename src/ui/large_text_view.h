@@ -1,12 +1,16 @@
 // A read-only view of a plain text of any size. It knows where the lines begin and lays out only what is in
 // sight, of long lines too, so a hundred million characters scroll as a page does. Lines are not wrapped.
+// Keys move a caret, with Shift they select; what a layout would not show has a sign in its place.
 //
 // Positions are UTF-16 units from 0.
 #pragma once
 
 #include <QAbstractScrollArea>
+#include <QElapsedTimer>
 #include <QString>
-#include <vector>
+#include <QTextLayout>
+
+#include "ui/text_lines.h"
 
 class LargeTextView final : public QAbstractScrollArea {
   Q_OBJECT
@@ -14,9 +18,12 @@ class LargeTextView final : public QAbstractScrollArea {
  public:
   explicit LargeTextView(QWidget* parent = nullptr);
 
-  const QString& text() const { return text_; }
+  const QString& text() const { return lines_.text(); }
   void setText(QString text);
   bool hasSelection() const { return anchor_ != caret_; }
+  QString selectedText() const;
+  // What a screen reader tells: the lines in sight, each as far as it is in sight.
+  QString textInSight() const;
 
  public slots:
   void copy() const;
@@ -28,21 +35,35 @@ class LargeTextView final : public QAbstractScrollArea {
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  enum class Extend { No, Yes };
+
   void updateScrollBars();
   int lineHeight() const;
-  qsizetype lineCount() const { return static_cast<qsizetype>(lineStarts_.size()); }
-  QStringView line(qsizetype index) const;  // without its line feed
-  // The part of a line that can be in sight, and where it begins.
-  QStringView partInSight(qsizetype index, qsizetype& firstUnit) const;
-  void paintLine(QPainter& painter, qsizetype index, int y) const;
+  qsizetype linesInSight() const;
+  // The part of a line that is in sight, as its units and where it begins in the line.
+  QStringView partInSight(qsizetype line, qsizetype& firstUnit) const;
+  // Lays that part out; false for a line that has nothing there.
+  bool layOut(QTextLayout& layout, QStringView part) const;
+  void paintLine(QPainter& painter, qsizetype line, int y) const;
   qsizetype positionAt(const QPoint& point) const;
+  qsizetype positionInLine(qsizetype line, qreal x) const;
+  qreal caretX() const;
+  void moveTo(qsizetype position, Extend extend);
+  void moveByLines(qsizetype count, Extend extend);
+  void select(qsizetype from, qsizetype to);
+  void showCaret();
+  bool moveByKey(const QKeyEvent& event);
 
-  QString text_;
-  std::vector<qsizetype> lineStarts_;
-  qsizetype longestLine_ = 0;  // units
+  quillet::ui::TextLines lines_;
   qsizetype anchor_ = 0;
   qsizetype caret_ = 0;
+  qreal wantedX_ = -1;  // of moves from line to line, in pixels; below 0 it is the caret's
+  QElapsedTimer sinceDoubleClick_;
 };

@@ -2,7 +2,7 @@
 
 #include <QSize>
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "ui/text_conversion.h"
 
@@ -16,48 +16,28 @@ constexpr int kDetail = 2;
 constexpr int kJobName = 1;
 constexpr std::size_t kJobBadge = 2;
 
-int intOf(std::size_t value) {
-  return static_cast<int>(std::min<std::size_t>(value, std::numeric_limits<int>::max()));
-}
-
 }  // namespace
 
 TableModel::TableModel(Table& table, Kind kind, QObject* parent)
-    : QAbstractTableModel(parent),
+    : SizedModel(
+          [&table, kind] {
+            return Size{intOf(table.rowCount()), columnsOf(table, kind)};
+          },
+          parent),
       table_(table),
-      kind_(kind),
-      rowCount_(tableRowCount()),
-      columnCount_(tableColumnCount()) {}
+      kind_(kind) {}
 
-int TableModel::tableRowCount() const {
-  return intOf(table_.rowCount());
-}
-
-int TableModel::tableColumnCount() const {
-  return std::max(intOf(table_.columnCount()) - firstColumn(), kind_ == Kind::Numbered ? 0 : 1);
-}
-
-int TableModel::rowCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : rowCount_;
-}
-
-int TableModel::columnCount(const QModelIndex& parent) const {
-  return parent.isValid() ? 0 : columnCount_;
+int TableModel::columnsOf(const Table& table, Kind kind) {
+  return std::max(intOf(table.columnCount()) - firstColumn(kind), kind == Kind::Numbered ? 0 : 1);
 }
 
 void TableModel::refresh() {
   cachedRow_ = -1;
-  const int rows = tableRowCount();
-  const int columns = tableColumnCount();
-  if (rows != rowCount_ || columns != columnCount_) {
-    beginResetModel();
-    rowCount_ = rows;
-    columnCount_ = columns;
-    endResetModel();
-  } else if (rows && columns) {
-    emit dataChanged(index(0, 0), index(rows - 1, columns - 1));
-    emit headerDataChanged(Qt::Horizontal, 0, columns - 1);
-  }
+  SizedModel::refresh();
+  // A view measures its header anew when it is told, which costs more than the rest.
+  const bool sameColumns = std::exchange(shownColumns_, table_.columnsVersion()) == table_.columnsVersion();
+  if (!sameColumns && columnCount()) emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  if (kind_ == Kind::Numbered && rowCount()) emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
 }
 
 const Table::Row& TableModel::row(int row) const {
@@ -69,13 +49,16 @@ const Table::Row& TableModel::row(int row) const {
 }
 
 std::u16string TableModel::text(int row, int column) const {
+  // A row of the preview can have thousands of cells.
+  if (kind_ == Kind::Numbered)
+    return table_.cell(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
   const Table::Row& texts = this->row(row);
   const auto at = static_cast<std::size_t>(column);
   return at < texts.size() ? texts[at] : std::u16string();
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid() || index.row() >= rowCount_) return {};
+  if (!index.isValid() || index.row() >= shownSize().rows) return {};
   if (kind_ == Kind::Operations) return operationData(index, role);
   if (role == Qt::DisplayRole) return qString(text(index.row(), index.column() + firstColumn()));
   if (role == MissingRole) return isMissing_ && isMissing_(index.row(), index.column());
@@ -103,7 +86,7 @@ QVariant TableModel::operationData(const QModelIndex& index, int role) const {
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation == Qt::Vertical)
-    return role == Qt::DisplayRole && kind_ == Kind::Numbered && section < rowCount_
+    return role == Qt::DisplayRole && kind_ == Kind::Numbered && section < shownSize().rows
                ? QVariant(qString(text(section, 0)))
                : QVariant();
   const auto column = static_cast<std::size_t>(section + firstColumn());

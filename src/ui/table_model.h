@@ -3,14 +3,15 @@
 // it.
 #pragma once
 
-#include <QAbstractTableModel>
+#include <cstdint>
 #include <functional>
 
 #include "shell/controls.h"
+#include "ui/sized_model.h"
 
 namespace quillet::ui {
 
-class TableModel final : public QAbstractTableModel {
+class TableModel final : public SizedModel {
  public:
   // What a row says beyond the text of its first column.
   enum Role { DetailRole = Qt::UserRole + 1, IconRole, BadgeRole, MissingRole };
@@ -22,8 +23,6 @@ class TableModel final : public QAbstractTableModel {
   Table& table() const { return table_; }
   Kind kind() const { return kind_; }
 
-  int rowCount(const QModelIndex& parent = {}) const override;
-  int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -31,26 +30,25 @@ class TableModel final : public QAbstractTableModel {
   Qt::DropActions supportedDropActions() const override { return Qt::CopyAction; }
 
   // The index of the model's first column among those of the table.
-  int firstColumn() const { return kind_ == Kind::Numbered ? 1 : 0; }
+  int firstColumn() const { return firstColumn(kind_); }
 
   // Tells which cells of the model their row does not have; none without it.
   void setIsMissing(std::function<bool(int row, int column)> isMissing) { isMissing_ = std::move(isMissing); }
 
-  // After a change of the table: rows and columns that are there stay where they are in the view.
+  // After a change of the table.
   void refresh();
 
  private:
+  static int firstColumn(Kind kind) { return kind == Kind::Numbered ? 1 : 0; }
   const Table::Row& row(int row) const;
   std::u16string text(int row, int column) const;
   QVariant operationData(const QModelIndex& index, int role) const;
-  int tableRowCount() const;
-  int tableColumnCount() const;
+  static int columnsOf(const Table& table, Kind kind);
 
   Table& table_;
   Kind kind_;
-  int rowCount_ = 0;
-  int columnCount_ = 0;
   std::function<bool(int row, int column)> isMissing_;
+  std::uint64_t shownColumns_ = 0;  // their version
   // The row that was asked last: a view asks for the columns of one row in turn.
   mutable int cachedRow_ = -1;
   mutable Table::Row cached_;

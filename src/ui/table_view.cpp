@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
 
@@ -24,6 +25,8 @@ TableView::TableView(QWidget* parent) : QTableView(parent) {
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->hide();
   horizontalHeader()->setSectionsMovable(false);
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+          [this](int column, int, int width) { emit columnResized(column, width); });
   horizontalHeader()->setHighlightSections(false);
   verticalHeader()->setHighlightSections(false);
   applyRowHeight();
@@ -41,8 +44,30 @@ void TableView::setRowHeight(int height) {
 
 void TableView::applyRowHeight() {
   const int height = std::max(rowHeight_, fontMetrics().height() + 2);
-  verticalHeader()->setMinimumSectionSize(height);
+  // First the least, then what all get, then the least again: it would else resize row by row, each of which
+  // moves all behind it.
+  verticalHeader()->setMinimumSectionSize(0);
   verticalHeader()->setDefaultSectionSize(height);
+  verticalHeader()->setMinimumSectionSize(height);
+}
+
+// The header is told as a whole: each column alone would move all behind it.
+void TableView::showColumnWidths(const quillet::Table& table, int firstColumn) {
+  if (table.columnsVersion() == shownColumns_ || !model()) return;
+  shownColumns_ = table.columnsVersion();
+  QHeaderView* header = horizontalHeader();
+  const QSignalBlocker silence(header);
+  const bool updates = header->updatesEnabled();
+  header->setUpdatesEnabled(false);
+  const int available = static_cast<int>(table.columnCount()) - firstColumn;
+  const int count = std::min(model()->columnCount(), available);
+  for (int column = 0; column < count; ++column)
+    if (const int width = table.column(static_cast<std::size_t>(column + firstColumn)).width; width > 0)
+      header->resizeSection(column, width);
+  header->setUpdatesEnabled(updates);
+  updateGeometries();
+  header->viewport()->update();
+  viewport()->update();
 }
 
 void TableView::changeEvent(QEvent* event) {

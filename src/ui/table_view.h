@@ -4,11 +4,13 @@
 
 #include <QString>
 #include <QTableView>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <vector>
 
 #include "platform/index_set.h"
+#include "shell/controls.h"
 
 class TableView : public QTableView {
   Q_OBJECT
@@ -22,6 +24,10 @@ class TableView : public QTableView {
 
   // The height of every row: the given one, or what the font needs. In logical pixels.
   void setRowHeight(int height);
+
+  // Gives the columns the widths of the table's, which begin at firstColumn there; a width of 0 leaves one as
+  // it is. Nothing while the table has the columns of the last call.
+  void showColumnWidths(const quillet::Table& table, int firstColumn);
 
   // How rows are dragged, and what is taken. Rows count from 0.
   struct Drops {
@@ -37,8 +43,9 @@ class TableView : public QTableView {
   void setKeyFilter(std::function<bool(const QKeyEvent& event)> filter) { keyFilter_ = std::move(filter); }
 
  signals:
-  void activatedRow(int row);     // by a double click
-  void moveAsked(int direction);  // Alt with an arrow: -1 up, 1 down
+  void columnResized(int column, int width);  // not by showColumnWidths
+  void activatedRow(int row);                 // by a double click
+  void moveAsked(int direction);              // Alt with an arrow: -1 up, 1 down
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -58,6 +65,7 @@ class TableView : public QTableView {
 
   QString emptyText_;
   int rowHeight_ = 22;
+  std::uint64_t shownColumns_ = 0;  // their version
   Drops drops_;
   std::function<bool(const QKeyEvent& event)> keyFilter_;
   int dropRow_ = -1;

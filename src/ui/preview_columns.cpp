@@ -1,0 +1,57 @@
+#include "ui/preview_columns.h"
+
+#include <QFontMetrics>
+#include <QHeaderView>
+#include <algorithm>
+
+#include "ui/table_view.h"
+
+namespace quillet::ui {
+
+namespace {
+
+constexpr int kLeast = 80;  // pixels, by the rule of the preview
+constexpr int kMost = 240;
+constexpr int kAround = 12;
+constexpr int kMostColumns = 100;  // more are not in sight
+constexpr int kMostUnits = 60;     // of a text; more do not fit the widest
+
+}  // namespace
+
+PreviewColumns::PreviewColumns(TableView& view) : QObject(&view), view_(view) {
+  view.horizontalHeader()->setDefaultSectionSize(kLeast);
+  connect(view.horizontalHeader(), &QHeaderView::sectionCountChanged, this, [this] {
+    grown_.clear();
+    byUser_.clear();
+  });
+}
+
+int PreviewColumns::widthOfTexts(int column) const {
+  const QFontMetrics metrics(view_.font());
+  int width = kLeast - kAround;
+  for (int row = 0; row < view_.model()->rowCount() && width < kMost; ++row) {
+    const QString text = view_.model()->index(row, column).data().toString().left(kMostUnits);
+    width = std::max(width, metrics.horizontalAdvance(text));
+  }
+  return std::min(width + kAround, kMost);
+}
+
+void PreviewColumns::show(int column, int width) {
+  if (view_.columnWidth(column) != width) view_.setColumnWidth(column, width);
+}
+
+void PreviewColumns::fit() {
+  const int count = view_.model()->columnCount();
+  grown_.resize(static_cast<std::size_t>(std::min(count, kMostColumns)), kLeast);
+  fitting_ = true;
+  for (int column = 0; column < static_cast<int>(grown_.size()); ++column) {
+    int& width = grown_[static_cast<std::size_t>(column)];
+    width = std::max(width, widthOfTexts(column));
+    if (!byUser_.count(column)) show(column, width);
+  }
+  for (const auto& [column, width] : byUser_)
+    if (column < count) show(column, width);
+  fitting_ = false;
+}
+
+}  // namespace quillet::ui
