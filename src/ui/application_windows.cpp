@@ -446,6 +446,9 @@ void ApplicationWindows::addKeys() {
                                                          event.modifiers().testFlag(Qt::ControlModifier)});
     });
   }
+  find<TableView>("window", "filesTableView")->setKeyFilter([](const QKeyEvent& event) {
+    return swallowsKey("filesTableView", keyOf(event));
+  });
   addPaneKeys("window", {"filesTableView", "operationsTableView", "previewStack"});
   addPaneKeys("clipboardDataWindow", {"clipboardDataWindowStack", "clipboardDataWindowOperationsTableView"});
   addPaneKeys("previousJobsWindow", {"previousJobsWindowJobsTableView", "previousJobsWindowFilesTableView",
@@ -510,23 +513,35 @@ void ApplicationWindows::addDrops() {
       });
 }
 
-// As a drop of the selected rows one gap further.
+// As a drop of the selected rows one gap further, of the table with the focus.
 void ApplicationWindows::moveSelectedRows(int rows) {
   if (auto* view = qobject_cast<TableView*>(QApplication::focusWidget())) moveSelectedRows(*view, rows);
 }
 
+// The moved rows are selected afterwards, so that the next key moves them on. An operation stays between the
+// two ends.
 void ApplicationWindows::moveSelectedRows(TableView& view, int rows) {
   const IndexSet selected = view.selectedRowIndexes();
   if (selected.isEmpty()) return;
-  const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
-  if (row < 0 || row > view.model()->rowCount()) return;
-  if (view.objectName() == QLatin1String("filesTableView"))
-    application_.fileCommands().acceptDrop({selected, {}}, row);
-  if (view.objectName() == QLatin1String("operationsTableView"))
-    application_.operationEditor().acceptDrop(selected, row);
   RearrangeColumnsPanel& columns = application_.operationEditor().panels().rearrangeColumns();
   if (view.objectName() == QLatin1String("rearrangeColumnsOperationWindowColumnsTableView"))
-    rows < 0 ? columns.moveSelectedRowsUp() : columns.moveSelectedRowsDown();
+    return rows < 0 ? columns.moveSelectedRowsUp() : columns.moveSelectedRowsDown();
+  const bool isOperations = view.objectName() == QLatin1String("operationsTableView");
+  const int ends = isOperations ? 1 : 0;
+  const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
+  const std::int64_t first = selected.firstIndex();
+  const std::int64_t last = view.model()->rowCount() - 1;
+  const bool hasEnd = first < ends || selected.lastIndex() > last - ends;
+  // An end that is selected is refused in words.
+  if (!hasEnd && (row < ends || row > last + 1 - ends)) return;
+  if (row < 0 || row > last + 1) return;
+  if (isOperations)
+    application_.operationEditor().acceptDrop(selected, row);
+  else
+    application_.fileCommands().acceptDrop({selected, {}}, row);
+  if (hasEnd && isOperations) return;
+  const std::int64_t moved = rows < 0 ? row : row - selected.count();
+  view.selectRows(static_cast<int>(moved), static_cast<int>(moved + selected.count() - 1));
 }
 
 }  // namespace quillet::ui

@@ -65,6 +65,12 @@ quillet::IndexSet TableView::selectedRowIndexes() const {
   return rows;
 }
 
+void TableView::selectRows(int first, int last) {
+  const QItemSelection rows(model()->index(first, 0), model()->index(last, model()->columnCount() - 1));
+  selectionModel()->setCurrentIndex(model()->index(first, 0), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+}
+
 void TableView::paintEvent(QPaintEvent* event) {
   QTableView::paintEvent(event);
   if (dropRow_ >= 0) paintDropLine();
