@@ -1,6 +1,7 @@
 #include "ui/application_windows.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialog>
@@ -257,12 +258,7 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
       popUp->userSelects(tag);
   };
   actions.previewType = [this] { return static_cast<int>(application_.previewPanel().previewType()); };
-  actions.renameJob = [this] {
-    if (auto* field = find<QLineEdit>("previousJobsWindow", "previousJobsPopoverDetailsTitleTextField")) {
-      field->setFocus();
-      field->selectAll();
-    }
-  };
+  actions.renameJob = [this] { renameSelectedJob(); };
   actions.showPerformedOperations = [this](bool shown) {
     find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane")->setVisible(shown);
   };
@@ -348,6 +344,10 @@ void ApplicationWindows::dressClipboardWindow() {
       ->setSelectionMode(QAbstractItemView::NoSelection);
   connect(find<QPushButton>("clipboardDataWindow", "clipboardDataWindowHelpBoxRefreshButton"),
           &QPushButton::clicked, this, [this] { perform("clipboardDataWindowRefreshNowButtonPressed"); });
+  tickWhereASeparatorIsGiven("clipboardDataSplitWindowLineSeparatorComboBox",
+                             "clipboardDataSplitWindowSplitClipboardIntoLinesCheckbox");
+  tickWhereASeparatorIsGiven("clipboardDataSplitWindowColumnSeparatorComboBox",
+                             "clipboardDataSplitWindowSplitLinesIntoColumnsCheckbox");
   auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
   QMenu* menus[] = {newPerformMenu(grid, actions), newLinesMenu(grid, actions),
                     newColumnsMenu(grid, actions)};
@@ -355,6 +355,17 @@ void ApplicationWindows::dressClipboardWindow() {
           [cells = menus[0], lines = menus[1], columns = menus[2]](const QPoint& at, int part) {
             (part == GridView::RowNumbers ? lines : part == GridView::Headers ? columns : cells)->popup(at);
           });
+}
+
+// Who names a separator wants the split.
+void ApplicationWindows::tickWhereASeparatorIsGiven(const char* comboBox, const char* checkBox) {
+  auto* separator = find<QComboBox>("clipboardDataSplitWindow", comboBox);
+  auto* box = find<QCheckBox>("clipboardDataSplitWindow", checkBox);
+  const auto tick = [box](const QString& text) {
+    if (!text.isEmpty() && !box->isChecked()) box->click();
+  };
+  connect(separator->lineEdit(), &QLineEdit::textEdited, box, tick);
+  connect(separator, &QComboBox::textActivated, box, tick);
 }
 
 // Some of its buttons are controls, so it stands before they are joined to their widgets.
@@ -402,6 +413,23 @@ void ApplicationWindows::dressJobsWindow() {
   split->setStretchFactor(0, 2);
   split->setStretchFactor(1, 3);
   split->setSizes({390, 580});
+  constexpr int kNameColumn = 1;
+  auto* jobs = find<TableView>("previousJobsWindow", "previousJobsWindowJobsTableView");
+  jobs->setEditTriggers(QAbstractItemView::DoubleClicked);
+  static_cast<TableModel*>(jobs->model())->setEditing(kNameColumn, [this](int row, const QString& name) {
+    application_.previousJobsWindow().saveJobName(u16String(name), row);
+  });
+}
+
+// In its place in the table.
+void ApplicationWindows::renameSelectedJob() {
+  auto* jobs = find<TableView>("previousJobsWindow", "previousJobsWindowJobsTableView");
+  const IndexSet rows = jobs->selectedRowIndexes();
+  if (rows.count() != 1) return;
+  jobs->setFocus();
+  const QModelIndex name = jobs->model()->index(static_cast<int>(rows.firstIndex()), 1);
+  jobs->setCurrentIndex(name);
+  jobs->edit(name);
 }
 
 void ApplicationWindows::dressPreferences() {

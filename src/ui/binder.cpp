@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "ui/fitted_width.h"
 #include "ui/grid_view.h"
 #include "ui/large_text_view.h"
 #include "ui/row_delegates.h"
@@ -28,6 +29,7 @@ namespace {
 
 constexpr const char* kHiddenPage = "hiddenPage";
 constexpr int kNoteRole = Qt::UserRole + 1;
+constexpr int kSpaceOfRows = 6;  // pixels; what rows have around their texts beyond cells
 
 QString nameOf(const Control& control) {
   return QString::fromStdString(control.name());
@@ -295,6 +297,12 @@ void Binder::visit(Table& table) {
   QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionResized, widget,
                    [&table, model](int column, int, int width) {
                      table.userResizesColumn(static_cast<std::size_t>(column + model->firstColumn()), width);
+                   });
+  const int addedSpace = kind == TableModel::Kind::Numbered ? 0 : kSpaceOfRows;
+  QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, widget,
+                   [&table, model, widget, addedSpace](int column) {
+                     const auto at = static_cast<std::size_t>(column + model->firstColumn());
+                     widget->setColumnWidth(column, fittedWidth(*widget, table, at, addedSpace));
                    });
 }
 

@@ -82,7 +82,7 @@ QWidget* QtDesktop::widgetOf(WindowName name) const {
 }
 
 void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message) {
-  newAlert(title, message, nullptr)->open();
+  newAlert(title, message, nullptr)->show();  // open() would make it modal to a window
 }
 
 void QtDesktop::showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) {

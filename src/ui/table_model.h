@@ -26,6 +26,7 @@ class TableModel final : public QAbstractTableModel {
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   Qt::DropActions supportedDropActions() const override { return Qt::CopyAction; }
@@ -35,6 +36,9 @@ class TableModel final : public QAbstractTableModel {
 
   // Tells which cells of the model their row does not have; none without it.
   void setIsMissing(std::function<bool(int row, int column)> isMissing) { isMissing_ = std::move(isMissing); }
+
+  // The texts of this column are edited in their place, and stored so; none without it.
+  void setEditing(int column, std::function<void(int row, const QString& text)> store);
 
   // After a change of the table: rows and columns that are there stay where they are in the view.
   void refresh();
@@ -51,6 +55,8 @@ class TableModel final : public QAbstractTableModel {
   int rowCount_ = 0;
   int columnCount_ = 0;
   std::function<bool(int row, int column)> isMissing_;
+  int editedColumn_ = -1;
+  std::function<void(int row, const QString& text)> store_;
   // The row that was asked last: a view asks for the columns of one row in turn.
   mutable int cachedRow_ = -1;
   mutable Table::Row cached_;

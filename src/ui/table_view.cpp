@@ -26,6 +26,8 @@ TableView::TableView(QWidget* parent) : QTableView(parent) {
   horizontalHeader()->setSectionsMovable(false);
   horizontalHeader()->setHighlightSections(false);
   verticalHeader()->setHighlightSections(false);
+  // The application says how wide a column becomes by a double click on its divider.
+  disconnect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, nullptr);
   applyRowHeight();
 }
 

@@ -13,6 +13,7 @@
 #include <QMainWindow>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
@@ -90,19 +91,31 @@ QWindow& screenWindowOf(const QWidget& widget) {
   return *window;
 }
 
-// As a window manager does: a window that is gone gives the keys to the one that it stood over.
-void giveKeysBack() {
-  const QWindow* focused = QGuiApplication::focusWindow();
-  if (focused && focused->isVisible()) return;
-  QWidget* next = QApplication::activeModalWidget();
-  if (!next && focused) {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-      if (widget->isVisible() && widget->windowHandle() == focused->transientParent()) next = widget;
+// As a window manager does: a window that is gone gives the keys to the one that had them before.
+class KeyGiver {
+ public:
+  void settle() {
+    if (QApplication::activePopupWidget()) return;
+    std::erase_if(windows_, [](const QPointer<QWidget>& window) { return !window || !window->isVisible(); });
+    const QWindow* focused = QGuiApplication::focusWindow();
+    QWidget* active = QApplication::activeWindow();
+    if (focused && focused->isVisible() && active && active->isVisible()) return remember(active);
+    QWidget* next = QApplication::activeModalWidget();
+    if (!next && !windows_.empty()) next = windows_.back();
+    if (!next) return;
+    next->activateWindow();
+    QApplication::processEvents();
   }
-  if (!next) return;
-  next->activateWindow();
-  QApplication::processEvents();
-}
+
+ private:
+  void remember(QWidget* active) {
+    std::erase(windows_, active);
+    windows_.emplace_back(active);
+  }
+  std::vector<QPointer<QWidget>> windows_;  // the last one had the keys last
+};
+
+KeyGiver keyGiver;
 
 // A click brings a window forward, unless a sheet stands before it.
 void bringForward(const QWidget& widget) {
@@ -485,7 +498,7 @@ void UserTest::answerPanel(const std::string& path) {
 void settle() {
   QApplication::processEvents();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  giveKeysBack();
+  keyGiver.settle();
 }
 
 bool eventually(const std::function<bool()>& holds) {
