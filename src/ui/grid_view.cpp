@@ -236,6 +236,10 @@ void GridView::showFocus() {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
+  if (group_ && event->matches(QKeySequence::SelectAll)) {
+    group_->table().rowsTableViewSelectAllMenuItemClicked();
+    return refresh();
+  }
   const auto key = gridKey(event->key());
   const bool command = event->modifiers().testFlag(Qt::ControlModifier);
   if (!group_ || !key) return TableView::keyPressEvent(event);
@@ -320,6 +324,6 @@ bool GridView::focusNextPrevChild(bool) {
 }
 
 void GridView::fitColumnToText(int column) {
-  setColumnWidth(column, quillet::ui::fittedWidth(*this, group_->table().table(),
-                                                  static_cast<std::size_t>(column) + 1));
+  setColumnWidth(
+      column, quillet::ui::fittedWidth(*this, group_->table().table(), static_cast<std::size_t>(column) + 1));
 }

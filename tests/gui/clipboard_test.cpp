@@ -7,6 +7,7 @@
 
 #include "gui/user.h"
 #include "ui/grid_view.h"
+#include "ui/large_text_view.h"
 #include "ui/theme.h"
 
 namespace quillet::testing {
@@ -60,9 +61,7 @@ class Clipboard : public UserTest {
           {header.sectionViewportPosition(column) + header.sectionSize(column) / 2, header.height() / 2},
           modifiers);
   }
-  void clickCorner() {
-    click(*grid().findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly));
-  }
+  void clickCorner() { click(*grid().findChild<QAbstractButton*>(QString(), Qt::FindDirectChildrenOnly)); }
   // As it is painted: the cells whose background is that of a selected one.
   std::vector<std::pair<int, int>> selected() {
     const ui::Colours& colours = ui::coloursOf(grid().palette());
@@ -92,6 +91,18 @@ TEST_F(Clipboard, ItsWindowOpensWithHelpAndARefreshButton) {
   click("clipboardDataWindowHelpBoxRefreshButton");
   EXPECT_TRUE(widget("clipboardDataWindowTextView").isVisible());
   EXPECT_EQ(text("clipboardDataWindowTextView"), "a,b");
+}
+
+TEST_F(Clipboard, ALongTextIsPaintedAtOnce) {
+  launch();
+  QString longText = QString(2'000'000, QLatin1Char('x')) + QLatin1Char('\n');
+  for (int i = 0; i < 200'000; ++i) longText += QStringLiteral("line\n");
+  QApplication::clipboard()->setText(longText);
+  press(Qt::Key_2, Qt::ControlModifier);
+  press(Qt::Key_F5);
+  auto& view = widget<LargeTextView>("clipboardDataWindowTextView");
+  EXPECT_EQ(view.text().size(), longText.size());
+  EXPECT_FALSE(view.grab().isNull());
 }
 
 TEST_F(Clipboard, IsSplitBySheetAndItsSeparatorsTickTheirBoxes) {

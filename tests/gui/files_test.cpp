@@ -27,10 +27,19 @@ TEST_F(Files, AreBroughtByADropOnTheEmptyList) {
   EXPECT_TRUE(widget("rightSideMainBox").isVisible());
 }
 
+TEST_F(Files, OneIsShownWithItsOperationsAndItsPreview) {
+  launchWithFiles({"name,city\nAda,London\n"});
+  EXPECT_EQ(names(), Texts{"a.csv"});
+  EXPECT_EQ(selection(kFiles), std::vector{0});
+  EXPECT_EQ(titles(), (Texts{"Initial", "Final"}));
+  EXPECT_TRUE(widget("previewTableView").isVisible());
+  EXPECT_EQ(column("previewTableView", 1), (Texts{"city", "London"}));
+}
+
 TEST_F(Files, StandWhereTheyAreDroppedAndAreSelected) {
   launchWithFiles({"1\n", "2\n"});
-  EXPECT_TRUE(drop(kFiles, files({home_.write("x.csv", "x\n"), home_.write("y.csv", "y\n")}),
-                   gapBefore(kFiles, 1)));
+  EXPECT_TRUE(
+      drop(kFiles, files({home_.write("x.csv", "x\n"), home_.write("y.csv", "y\n")}), gapBefore(kFiles, 1)));
   EXPECT_EQ(names(), (Texts{"a.csv", "x.csv", "y.csv", "b.csv"}));
   EXPECT_EQ(selection(kFiles), (std::vector{1, 2}));
 }

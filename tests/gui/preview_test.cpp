@@ -97,7 +97,8 @@ TEST_F(Preview, ADoubleClickOnADividerFitsTheColumn) {
   auto& view = widget<QTableView>(kInput);
   EXPECT_EQ(view.columnWidth(0), 80);
   doubleClickDivider(kInput, 0);
-  EXPECT_EQ(view.columnWidth(0), QFontMetrics(view.font()).horizontalAdvance(QString(60, QLatin1Char('m'))) + 6);
+  EXPECT_EQ(view.columnWidth(0),
+            QFontMetrics(view.font()).horizontalAdvance(QString(60, QLatin1Char('m'))) + 6);
   doubleClickDivider(kInput, 1);
   EXPECT_EQ(view.columnWidth(1), 40) << "the least";
 }

@@ -34,8 +34,7 @@ class Opener final : public QObject {
 
  public:
   Opener() {
-    for (const char* scheme : kSchemes)
-      QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "open");
+    for (const char* scheme : kSchemes) QDesktopServices::setUrlHandler(QLatin1String(scheme), this, "open");
   }
   ~Opener() override {
     for (const char* scheme : kSchemes) QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
@@ -304,6 +303,7 @@ void UserTest::dragDivider(const char* table, int column, int pixels) {
 }
 
 void UserTest::press(QKeyCombination key) {
+  settle();
   QWindow* window = QGuiApplication::focusWindow();
   if (!window) throw std::runtime_error("no window has the keys");
   QTest::keyClick(window, key.key(), key.keyboardModifiers());
