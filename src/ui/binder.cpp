@@ -214,7 +214,7 @@ TableModel::Kind kindOf(const Table& table) {
 
 void setColumnWidths(TableView& view, const Table& table, const TableModel& model) {
   for (int column = 0; column < model.columnCount(); ++column) {
-    const auto at = static_cast<std::size_t>(column + model.firstColumn());
+    const auto at = model.tableColumn(column);
     const int width = at < table.columnCount() ? table.column(at).width : 0;
     if (width > 0 && view.columnWidth(column) != width) view.setColumnWidth(column, width);
   }
@@ -296,12 +296,12 @@ void Binder::visit(Table& table) {
   bindSelection(table, *widget, *model);
   QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionResized, widget,
                    [&table, model](int column, int, int width) {
-                     table.userResizesColumn(static_cast<std::size_t>(column + model->firstColumn()), width);
+                     table.userResizesColumn(model->tableColumn(column), width);
                    });
   const int addedSpace = kind == TableModel::Kind::Numbered ? 0 : kSpaceOfRows;
   QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, widget,
                    [&table, model, widget, addedSpace](int column) {
-                     const auto at = static_cast<std::size_t>(column + model->firstColumn());
+                     const auto at = model->tableColumn(column);
                      widget->setColumnWidth(column, fittedWidth(*widget, table, at, addedSpace));
                    });
 }

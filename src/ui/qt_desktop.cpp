@@ -95,6 +95,7 @@ void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view messa
   QMessageBox* box = newAlert(title, message, widgetOf(window));
   box->setIcon(QMessageBox::Question);
   std::vector<QAbstractButton*> added;
+  added.reserve(buttons.size());
   for (const std::u16string& button : buttons)
     added.push_back(box->addButton(withoutMnemonics(button),
                                    added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));

@@ -33,6 +33,10 @@ class TableModel final : public QAbstractTableModel {
 
   // The index of the model's first column among those of the table.
   int firstColumn() const { return kind_ == Kind::Numbered ? 1 : 0; }
+  // That of the table which the model's column shows.
+  std::size_t tableColumn(int column) const {
+    return static_cast<std::size_t>(column) + static_cast<std::size_t>(firstColumn());
+  }
 
   // Tells which cells of the model their row does not have; none without it.
   void setIsMissing(std::function<bool(int row, int column)> isMissing) { isMissing_ = std::move(isMissing); }
