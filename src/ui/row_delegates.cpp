@@ -131,7 +131,8 @@ void JobDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const
 // Behind the badge, over the name.
 void JobDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                        const QModelIndex&) const {
-  editor->setGeometry(option.rect.adjusted(kBadgeSize + 8, 0, 0, 0));
+  constexpr int kBeforeName = 8 + kBadgeSize + 8 - 2;  // less what the editor leaves before its text
+  editor->setGeometry(option.rect.adjusted(kBeforeName, 0, 0, 0));
 }
 
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
