@@ -9,8 +9,8 @@ readonly QUILLET_PACKAGES=(
   libgtest-dev libbenchmark-dev
   desktop-file-utils appstream fonts-dejavu-core
 )
-# What shows windows where nobody sees them, beside these.
-readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth)
+# What shows windows where nobody sees them, and moves hands before them, beside these.
+readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth xdotool)
 # What makes a Debian package, beside these.
 readonly QUILLET_DEB_PACKAGES=(dpkg-dev file)
 # What the fuzz targets need beside these. The tests go on without them.

@@ -1,6 +1,7 @@
 #include "ui/application_windows.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialog>
@@ -35,6 +36,7 @@
 #include "ui/grid_view.h"
 #include "ui/icons.h"
 #include "ui/large_text_view.h"
+#include "ui/preview_columns.h"
 #include "ui/table_model.h"
 #include "ui/table_view.h"
 #include "ui/text_conversion.h"
@@ -280,12 +282,7 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
       popUp->userSelects(tag);
   };
   actions.previewType = [this] { return static_cast<int>(application_.previewPanel().previewType()); };
-  actions.renameJob = [this] {
-    if (auto* field = find<QLineEdit>("previousJobsWindow", "previousJobsPopoverDetailsTitleTextField")) {
-      field->setFocus();
-      field->selectAll();
-    }
-  };
+  actions.renameJob = [this] { renameSelectedJob(); };
   actions.showPerformedOperations = [this](bool shown) {
     find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane")->setVisible(shown);
   };
@@ -331,6 +328,10 @@ void ApplicationWindows::dressMainWindow() {
   showNoteForSeveralFiles();
   frameMissingCells("previewTableView", PreviewStores::Side::Input);
   frameMissingCells("previewOutputTableView", PreviewStores::Side::Output);
+  for (const char* table : {"previewTableView", "previewOutputTableView"})
+    if (auto* columns = find<TableView>("window", table)->findChild<PreviewColumns*>())
+      connect(find<TableView>("window", "filesTableView")->selectionModel(),
+              &QItemSelectionModel::selectionChanged, columns, &PreviewColumns::forget);
   find<QWidget>("window", "previewStack")->setMinimumHeight(200);
   connect(find<QPushButton>("window", "rightSideHelpBoxAddButton"), &QPushButton::clicked, this,
           [this] { perform("addInputFileMenuItemClicked"); });
@@ -370,6 +371,10 @@ void ApplicationWindows::dressClipboardWindow() {
       ->setSelectionMode(QAbstractItemView::NoSelection);
   connect(find<QPushButton>("clipboardDataWindow", "clipboardDataWindowHelpBoxRefreshButton"),
           &QPushButton::clicked, this, [this] { perform("clipboardDataWindowRefreshNowButtonPressed"); });
+  tickWhereASeparatorIsGiven("clipboardDataSplitWindowLineSeparatorComboBox",
+                             "clipboardDataSplitWindowSplitClipboardIntoLinesCheckbox");
+  tickWhereASeparatorIsGiven("clipboardDataSplitWindowColumnSeparatorComboBox",
+                             "clipboardDataSplitWindowSplitLinesIntoColumnsCheckbox");
   auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
   QMenu* menus[] = {newPerformMenu(grid, actions), newLinesMenu(grid, actions),
                     newColumnsMenu(grid, actions)};
@@ -377,6 +382,17 @@ void ApplicationWindows::dressClipboardWindow() {
           [cells = menus[0], lines = menus[1], columns = menus[2]](const QPoint& at, int part) {
             (part == GridView::RowNumbers ? lines : part == GridView::Headers ? columns : cells)->popup(at);
           });
+}
+
+// Who names a separator wants the split.
+void ApplicationWindows::tickWhereASeparatorIsGiven(const char* comboBox, const char* checkBox) {
+  auto* separator = find<QComboBox>("clipboardDataSplitWindow", comboBox);
+  auto* box = find<QCheckBox>("clipboardDataSplitWindow", checkBox);
+  const auto tick = [box](const QString& text) {
+    if (!text.isEmpty() && !box->isChecked()) box->click();
+  };
+  connect(separator->lineEdit(), &QLineEdit::textEdited, box, tick);
+  connect(separator, &QComboBox::textActivated, box, tick);
 }
 
 // Some of its buttons are controls, so it stands before they are joined to their widgets.
@@ -424,6 +440,23 @@ void ApplicationWindows::dressJobsWindow() {
   split->setStretchFactor(0, 2);
   split->setStretchFactor(1, 3);
   split->setSizes({390, 580});
+  constexpr int kNameColumn = 1;
+  auto* jobs = find<TableView>("previousJobsWindow", "previousJobsWindowJobsTableView");
+  jobs->setEditTriggers(QAbstractItemView::DoubleClicked);
+  static_cast<TableModel*>(jobs->model())->setEditing(kNameColumn, [this](int row, const QString& name) {
+    application_.previousJobsWindow().saveJobName(u16String(name), row);
+  });
+}
+
+// In its place in the table.
+void ApplicationWindows::renameSelectedJob() {
+  auto* jobs = find<TableView>("previousJobsWindow", "previousJobsWindowJobsTableView");
+  const IndexSet rows = jobs->selectedRowIndexes();
+  if (rows.count() != 1) return;
+  jobs->setFocus();
+  const QModelIndex name = jobs->model()->index(static_cast<int>(rows.firstIndex()), 1);
+  jobs->setCurrentIndex(name);
+  jobs->edit(name);
 }
 
 void ApplicationWindows::dressPreferences() {
@@ -468,6 +501,9 @@ void ApplicationWindows::addKeys() {
                                                          event.modifiers().testFlag(Qt::ControlModifier)});
     });
   }
+  find<TableView>("window", "filesTableView")->setKeyFilter([](const QKeyEvent& event) {
+    return swallowsKey("filesTableView", keyOf(event));
+  });
   addPaneKeys("window", {"filesTableView", "operationsTableView", "previewStack"});
   addPaneKeys("clipboardDataWindow", {"clipboardDataWindowStack", "clipboardDataWindowOperationsTableView"});
   addPaneKeys("previousJobsWindow", {"previousJobsWindowJobsTableView", "previousJobsWindowFilesTableView",
@@ -532,23 +568,35 @@ void ApplicationWindows::addDrops() {
       });
 }
 
-// As a drop of the selected rows one gap further.
+// As a drop of the selected rows one gap further, of the table with the focus.
 void ApplicationWindows::moveSelectedRows(int rows) {
   if (auto* view = qobject_cast<TableView*>(QApplication::focusWidget())) moveSelectedRows(*view, rows);
 }
 
+// The moved rows are selected afterwards, so that the next key moves them on. An operation stays between the
+// two ends.
 void ApplicationWindows::moveSelectedRows(TableView& view, int rows) {
   const IndexSet selected = view.selectedRowIndexes();
   if (selected.isEmpty()) return;
-  const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
-  if (row < 0 || row > view.model()->rowCount()) return;
-  if (view.objectName() == QLatin1String("filesTableView"))
-    application_.fileCommands().acceptDrop({selected, {}}, row);
-  if (view.objectName() == QLatin1String("operationsTableView"))
-    application_.operationEditor().acceptDrop(selected, row);
   RearrangeColumnsPanel& columns = application_.operationEditor().panels().rearrangeColumns();
   if (view.objectName() == QLatin1String("rearrangeColumnsOperationWindowColumnsTableView"))
-    rows < 0 ? columns.moveSelectedRowsUp() : columns.moveSelectedRowsDown();
+    return rows < 0 ? columns.moveSelectedRowsUp() : columns.moveSelectedRowsDown();
+  const bool isOperations = view.objectName() == QLatin1String("operationsTableView");
+  const int ends = isOperations ? 1 : 0;
+  const std::int64_t row = rows < 0 ? selected.firstIndex() - 1 : selected.lastIndex() + 2;
+  const std::int64_t first = selected.firstIndex();
+  const std::int64_t last = view.model()->rowCount() - 1;
+  const bool hasEnd = first < ends || selected.lastIndex() > last - ends;
+  // An end that is selected is refused in words.
+  if (!hasEnd && (row < ends || row > last + 1 - ends)) return;
+  if (row < 0 || row > last + 1) return;
+  if (isOperations)
+    application_.operationEditor().acceptDrop(selected, row);
+  else
+    application_.fileCommands().acceptDrop({selected, {}}, row);
+  if (hasEnd && isOperations) return;
+  const std::int64_t moved = rows < 0 ? row : row - selected.count();
+  view.selectRows(static_cast<int>(moved), static_cast<int>(moved + selected.count() - 1));
 }
 
 }  // namespace quillet::ui

@@ -42,7 +42,9 @@ class ApplicationWindows final : public QObject {
   void showNoteForSeveralFiles();
   void frameMissingCells(const char* table, PreviewStores::Side side);
   void dressClipboardWindow();
+  void tickWhereASeparatorIsGiven(const char* comboBox, const char* checkBox);
   void dressJobsWindow();
+  void renameSelectedJob();
   void dressPreferences();
   MenuActions menuActions(Window& window);
   void addDrops();

@@ -15,6 +15,7 @@
 #include <memory>
 #include <utility>
 
+#include "ui/fitted_width.h"
 #include "ui/grid_view.h"
 #include "ui/large_text_view.h"
 #include "ui/preview_columns.h"
@@ -30,6 +31,7 @@ namespace {
 
 constexpr const char* kHiddenPage = "hiddenPage";
 constexpr int kNoteRole = Qt::UserRole + 1;
+constexpr int kSpaceOfRows = 6;  // pixels; what rows have around their texts beyond cells
 
 QString nameOf(const Control& control) {
   return QString::fromStdString(control.name());
@@ -266,7 +268,7 @@ void bindSelection(Table& table, TableView& view, TableModel& model) {
   QObject::connect(&view, &TableView::columnResized, &view, [&table, &model, columns](int column, int width) {
     if (columns && columns->isFitting()) return;
     if (columns) columns->userResizes(column, width);
-    table.userResizesColumn(static_cast<std::size_t>(column + model.firstColumn()), width);
+    table.userResizesColumn(model.tableColumn(column), width);
   });
   keepShown(table, view, [&table, &view, &model, columns] {
     view.setProperty("showingSelection", true);
@@ -297,6 +299,12 @@ void Binder::visit(Table& table) {
   widget->setModel(model);
   dress(*widget, kind);
   bindSelection(table, *widget, *model);
+  const int addedSpace = kind == TableModel::Kind::Numbered ? 0 : kSpaceOfRows;
+  QObject::connect(widget->horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, widget,
+                   [&table, model, widget, addedSpace](int column) {
+                     const auto at = model->tableColumn(column);
+                     widget->setColumnWidth(column, fittedWidth(*widget, table, at, addedSpace));
+                   });
 }
 
 void Binder::visit(Box& box) {

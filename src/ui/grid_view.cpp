@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "shell/column_width.h"
+#include "ui/fitted_width.h"
 #include "ui/row_delegates.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
@@ -48,8 +48,8 @@ class GridDelegate final : public QStyledItemDelegate {
     painter->setPen(selected ? selectedText : colours.text);
     painter->setFont(option.font);
     const QString text =
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, option.rect.width() - 8);
-    painter->drawText(option.rect.adjusted(5, 0, -3, 0),
+        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, option.rect.width() - 6);
+    painter->drawText(option.rect.adjusted(4, 0, -2, 0),
                       static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine), text);
   }
 
@@ -194,6 +194,10 @@ void GridView::showFocus() {
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
+  if (group_ && event->matches(QKeySequence::SelectAll)) {
+    group_->table().rowsTableViewSelectAllMenuItemClicked();
+    return refresh();
+  }
   const auto key = gridKey(event->key());
   const bool command = event->modifiers().testFlag(Qt::ControlModifier);
   if (!group_ || !key) return TableView::keyPressEvent(event);
@@ -281,11 +285,6 @@ bool GridView::focusNextPrevChild(bool) {
 }
 
 void GridView::fitColumnToText(int column) {
-  const QFontMetrics metrics(font());
-  const auto first = static_cast<std::size_t>(std::max(rowAt(0), 0));
-  const auto inSight = static_cast<std::size_t>(viewport()->height() / std::max(rowHeight(0), 1) + 1);
-  const int width = quillet::tableViewSizeToFitWidthOfColumn(
-      group_->table().table(), static_cast<std::size_t>(column) + 1, first, inSight,
-      [&](std::u16string_view text) { return metrics.horizontalAdvance(quillet::ui::qString(text)); });
-  setColumnWidth(column, width);
+  setColumnWidth(
+      column, quillet::ui::fittedWidth(*this, group_->table().table(), static_cast<std::size_t>(column) + 1));
 }

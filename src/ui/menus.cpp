@@ -274,7 +274,7 @@ void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuAction
                        const std::function<QString()>& name, const std::function<void()>& run,
                        const char* slot) {
     QAction* action = builder.addAction(translated(word), nullptr);
-    action->setShortcut(key);
+    action->setShortcuts(key);
     action->setShortcutContext(ofGrid ? Qt::WindowShortcut : Qt::WidgetShortcut);
     QObject::connect(action, &QAction::triggered, action, [ofGrid, run, slot] {
       QWidget* focused = QApplication::focusWidget();

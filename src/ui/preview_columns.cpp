@@ -40,6 +40,12 @@ void PreviewColumns::show(int column, int width) {
   if (view_.columnWidth(column) != width) view_.setColumnWidth(column, width);
 }
 
+void PreviewColumns::forget() {
+  grown_.clear();
+  byUser_.clear();
+  fit();
+}
+
 void PreviewColumns::fit() {
   const int count = view_.model()->columnCount();
   grown_.resize(static_cast<std::size_t>(std::min(count, kMostColumns)), kLeast);

@@ -84,7 +84,7 @@ QWidget* QtDesktop::widgetOf(WindowName name) const {
 }
 
 void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message) {
-  newAlert(title, message, nullptr)->open();
+  newAlert(title, message, nullptr)->show();  // open() would make it modal to a window
 }
 
 void QtDesktop::showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) {
@@ -96,6 +96,7 @@ void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view messa
                             std::function<void(std::size_t)> answered) {
   QMessageBox* box = newAlert(title, message, widgetOf(window));
   std::vector<QAbstractButton*> added;
+  added.reserve(buttons.size());
   for (const std::u16string& button : buttons)
     added.push_back(box->addButton(withoutMnemonics(button),
                                    added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));

@@ -1,7 +1,9 @@
 #include "ui/row_delegates.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QPainter>
+#include <limits>
 
 #include "ui/icons.h"
 #include "ui/table_model.h"
@@ -117,6 +119,27 @@ void JobDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
+QWidget* JobDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                   const QModelIndex& index) const {
+  QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+  if (auto* line = qobject_cast<QLineEdit*>(editor)) line->setMaxLength(std::numeric_limits<int>::max());
+  return editor;
+}
+
+// What the user has begun stays when the table is shown anew.
+void JobDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
+  const auto* line = qobject_cast<QLineEdit*>(editor);
+  if (line && (line->isModified() || line->text() == index.data(Qt::EditRole).toString())) return;
+  QStyledItemDelegate::setEditorData(editor, index);
+}
+
+// Behind the badge, over the name.
+void JobDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                       const QModelIndex&) const {
+  constexpr int kBeforeName = 8 + kBadgeSize + 8 - 2;  // less what the editor leaves before its text
+  editor->setGeometry(option.rect.adjusted(kBeforeName, 0, 0, 0));
+}
+
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   painter->save();
@@ -130,7 +153,7 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   } else {
     painter->setFont(option.font);
     painter->setPen(textColour(option));
-    const QRect rect = option.rect.adjusted(5, 0, -3, 0);
+    const QRect rect = option.rect.adjusted(4, 0, -2, 0);
     painter->drawText(
         rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
         option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, rect.width()));

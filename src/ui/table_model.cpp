@@ -60,7 +60,8 @@ std::u16string TableModel::text(int row, int column) const {
 QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= shownSize().rows) return {};
   if (kind_ == Kind::Operations) return operationData(index, role);
-  if (role == Qt::DisplayRole) return qString(text(index.row(), index.column() + firstColumn()));
+  if (role == Qt::DisplayRole || role == Qt::EditRole)
+    return qString(text(index.row(), index.column() + firstColumn()));
   if (role == MissingRole) return isMissing_ && isMissing_(index.row(), index.column());
   if (role == BadgeRole && kind_ == Kind::Jobs && index.column() == kJobName)
     return qString(text(index.row(), static_cast<int>(kJobBadge)));
@@ -89,7 +90,7 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     return role == Qt::DisplayRole && kind_ == Kind::Numbered && section < shownSize().rows
                ? QVariant(qString(text(section, 0)))
                : QVariant();
-  const auto column = static_cast<std::size_t>(section + firstColumn());
+  const auto column = tableColumn(section);
   if (column >= table_.columnCount()) return {};
   const Table::Column described = table_.column(column);
   if (role == Qt::DisplayRole) return qString(described.title);
@@ -101,7 +102,21 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
 Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
   // Drops go between rows, so no row takes one.
   if (!index.isValid()) return Qt::ItemIsDropEnabled;
-  return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled;
+  const bool isEdited = index.column() == editedColumn_;
+  return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled |
+         (isEdited ? Qt::ItemIsEditable : Qt::NoItemFlags);
+}
+
+void TableModel::setEditing(int column, std::function<void(int row, const QString& text)> store) {
+  editedColumn_ = column;
+  store_ = std::move(store);
+}
+
+// Storing tells the table, which shows itself anew.
+bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !index.isValid() || index.column() != editedColumn_) return false;
+  store_(index.row(), value.toString());
+  return true;
 }
 
 }  // namespace quillet::ui

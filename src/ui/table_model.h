@@ -25,15 +25,23 @@ class TableModel final : public SizedModel {
 
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   Qt::DropActions supportedDropActions() const override { return Qt::CopyAction; }
 
   // The index of the model's first column among those of the table.
   int firstColumn() const { return firstColumn(kind_); }
+  // That of the table which the model's column shows.
+  std::size_t tableColumn(int column) const {
+    return static_cast<std::size_t>(column) + static_cast<std::size_t>(firstColumn());
+  }
 
   // Tells which cells of the model their row does not have; none without it.
   void setIsMissing(std::function<bool(int row, int column)> isMissing) { isMissing_ = std::move(isMissing); }
+
+  // The texts of this column are edited in their place, and stored so; none without it.
+  void setEditing(int column, std::function<void(int row, const QString& text)> store);
 
   // After a change of the table.
   void refresh();
@@ -49,6 +57,8 @@ class TableModel final : public SizedModel {
   Kind kind_;
   std::function<bool(int row, int column)> isMissing_;
   std::uint64_t shownColumns_ = 0;  // their version
+  int editedColumn_ = -1;
+  std::function<void(int row, const QString& text)> store_;
   // The row that was asked last: a view asks for the columns of one row in turn.
   mutable int cachedRow_ = -1;
   mutable Table::Row cached_;

@@ -29,6 +29,8 @@ TableView::TableView(QWidget* parent) : QTableView(parent) {
           [this](int column, int, int width) { emit columnResized(column, width); });
   horizontalHeader()->setHighlightSections(false);
   verticalHeader()->setHighlightSections(false);
+  // The application says how wide a column becomes by a double click on its divider.
+  disconnect(horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this, nullptr);
   applyRowHeight();
 }
 
@@ -88,6 +90,12 @@ quillet::IndexSet TableView::selectedRowIndexes() const {
   for (const QItemSelectionRange& range : selectionModel()->selection())
     rows.addRange(range.top(), range.bottom());
   return rows;
+}
+
+void TableView::selectRows(int first, int last) {
+  const QItemSelection rows(model()->index(first, 0), model()->index(last, model()->columnCount() - 1));
+  selectionModel()->setCurrentIndex(model()->index(first, 0), QItemSelectionModel::NoUpdate);
+  selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
 }
 
 void TableView::paintEvent(QPaintEvent* event) {

@@ -38,6 +38,7 @@ class TableView : public QTableView {
   void setDrops(Drops drops);
 
   quillet::IndexSet selectedRowIndexes() const;
+  void selectRows(int first, int last);  // these alone, as the user does
 
   // Sees each key first; true takes it.
   void setKeyFilter(std::function<bool(const QKeyEvent& event)> filter) { keyFilter_ = std::move(filter); }

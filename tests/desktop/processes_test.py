@@ -5,44 +5,18 @@
 On a screen that nobody sees, in a home and a runtime folder of its own.
 """
 import json
-import os
 import shutil
 import signal
 import socket
 import subprocess
 import sys
-import tempfile
 import time
 import unittest
-from pathlib import Path
 
-PATIENCE = 60  # seconds
+from quillet_process import PATIENCE, QuilletProcess
 
 
-class Processes(unittest.TestCase):
-    def setUp(self):
-        self.home = Path(tempfile.mkdtemp(prefix="quillet-processes-"))
-        self.addCleanup(shutil.rmtree, self.home, ignore_errors=True)
-        self.runtime = self.home / "runtime"
-        self.runtime.mkdir(mode=0o700)
-        self.started = []
-        self.environment = {name: value for name, value in os.environ.items()
-                            if not name.startswith(("XDG_", "DISPLAY", "WAYLAND", "DBUS_", "SESSION_", "QT_"))}
-        self.environment.update(HOME=str(self.home), XDG_RUNTIME_DIR=str(self.runtime),
-                                QT_QPA_PLATFORM="offscreen")
-
-    def tearDown(self):
-        for process in self.started:
-            if process.poll() is None:
-                process.kill()
-            process.communicate()
-
-    def start(self, *arguments):
-        process = subprocess.Popen([QUILLET, *arguments], env=self.environment, cwd=self.home, text=True,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
-        self.started.append(process)
-        return process
-
+class Processes(QuilletProcess):
     def end_of(self, *arguments):
         """The status, the output and the errors of a start that ends by itself."""
         process = self.start(*arguments)
@@ -65,39 +39,10 @@ class Processes(unittest.TestCase):
             connection.sendall(json.dumps(message).encode())
             return connection.recv(1000) != b""
 
-    def wait_until(self, holds, process):
-        end = time.monotonic() + PATIENCE
-        while not holds():
-            self.assertIsNone(process.poll(), "the process has ended")
-            self.assertLess(time.monotonic(), end, "in vain")
-            time.sleep(0.05)
-
     def terminate(self, process, number=signal.SIGTERM):
         process.send_signal(number)
         process.communicate(timeout=PATIENCE)
         return process.returncode
-
-    def write(self, name):
-        path = self.home / name
-        path.write_text("a,b\n")
-        return str(path)
-
-    def listed(self):
-        """The file names that the stored session tells, in their order."""
-        defaults = json.loads((self.home / ".config/quillet/defaults.json").read_text())
-        found = []
-
-        def look(value):
-            if isinstance(value, dict):
-                for part in value.values():
-                    look(part)
-            elif isinstance(value, list):
-                for part in value:
-                    look(part)
-            elif isinstance(value, str) and value.startswith("file://"):
-                found.append(value.rsplit("/", 1)[1])
-        look(defaults)
-        return found
 
     def test_version_and_help_are_printed_without_a_display(self):
         self.environment["QT_QPA_PLATFORM"] = "xcb"
@@ -132,7 +77,7 @@ class Processes(unittest.TestCase):
         folder = self.home / "folder"
         folder.mkdir()
         (folder / "a.csv").write_text("1\n")
-        second = subprocess.run([QUILLET, "./a.csv"], env=self.environment, cwd=folder, timeout=PATIENCE)
+        second = subprocess.run([self.quillet, "./a.csv"], env=self.environment, cwd=folder, timeout=PATIENCE)
         self.assertEqual(second.returncode, 0)
         self.terminate(process)
         self.assertEqual(self.listed(), ["a.csv"])
@@ -196,5 +141,5 @@ class Processes(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    QUILLET, VERSION = sys.argv[1:]
+    QuilletProcess.quillet, VERSION = sys.argv[1:]
     unittest.main(argv=sys.argv[:1])
