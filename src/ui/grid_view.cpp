@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "shell/column_width.h"
+#include "ui/row_delegates.h"
 #include "ui/text_conversion.h"
 #include "ui/theme.h"
 
@@ -45,10 +46,9 @@ class GridDelegate final : public QStyledItemDelegate {
     const QColor selectedText = focused ? colours.selectedText : colours.cellUnfocusedText;
     painter->setPen(selected ? selectedText : colours.text);
     painter->setFont(option.font);
-    const QString text =
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, option.rect.width() - 8);
     painter->drawText(option.rect.adjusted(5, 0, -3, 0),
-                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine), text);
+                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+                      fittingText(option, index, option.rect.width() - 8));
   }
 
  private:

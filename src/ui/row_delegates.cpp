@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <algorithm>
 
 #include "ui/icons.h"
 #include "ui/table_model.h"
@@ -112,6 +113,12 @@ void JobDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
+// Of a long text no more is measured than a cell of that width could show.
+QString fittingText(const QStyleOptionViewItem& option, const QModelIndex& index, int width) {
+  const QString text = index.data(Qt::DisplayRole).toString();
+  return option.fontMetrics.elidedText(text.left(std::max(width, 0) + 1), Qt::ElideRight, width);
+}
+
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   painter->save();
@@ -125,9 +132,8 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setFont(option.font);
     painter->setPen(textColour(option));
     const QRect rect = option.rect.adjusted(5, 0, -3, 0);
-    painter->drawText(
-        rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
-        option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, rect.width()));
+    painter->drawText(rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+                      fittingText(option, index, rect.width()));
   }
   painter->restore();
 }

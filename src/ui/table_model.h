@@ -49,6 +49,7 @@ class TableModel final : public SizedModel {
   Kind kind_;
   std::function<bool(int row, int column)> isMissing_;
   std::uint64_t shownColumns_ = 0;  // their version
+  std::u16string firstNumber_;      // of the rows, as it was told
   // The row that was asked last: a view asks for the columns of one row in turn.
   mutable int cachedRow_ = -1;
   mutable Table::Row cached_;
