@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QtTest>
 
@@ -116,6 +117,25 @@ TEST_F(GridSize, ColumnsMadeBeforeTheFirstShowAreEvenedForTheRealWidth) {
   for (int column = 1; column < 5; ++column) EXPECT_EQ(grid.columnWidth(column), width);
   EXPECT_LE(5 * width, grid.viewport()->width());
   EXPECT_GT(5 * width, grid.viewport()->width() - grid.verticalScrollBar()->sizeHint().width() - 5);
+}
+
+// A page that was never in front has a width that means nothing.
+TEST_F(GridSize, ColumnsMadeBehindTheHelpAreEvenedForTheRealWidth) {
+  GridView& grid = show(QStringLiteral("a,b,c,d,e\n"));
+  const int width = grid.columnWidth(0);
+  EXPECT_LE(5 * width, grid.viewport()->width());
+  EXPECT_GT(5 * width, grid.viewport()->width() - grid.verticalScrollBar()->sizeHint().width() - 5);
+}
+
+TEST_F(GridSize, AMoveOfTheSplitterEvensUpToFourColumns) {
+  GridView& grid = show(QStringLiteral("a,b,c\n"));
+  auto* split = find<QSplitter>("clipboardDataWindow", "clipboardDataWindowSplitView");
+  const int before = grid.columnWidth(0);
+  const QList<int> sizes = split->sizes();
+  split->setSizes({sizes[0] - 60, sizes[1] + 60});
+  QApplication::processEvents();
+  EXPECT_EQ(grid.columnWidth(0), before - 20);
+  EXPECT_EQ(grid.columnWidth(2), before - 20);
 }
 
 TEST_F(GridSize, AWidthOfTheUserStaysOverAnotherShow) {
