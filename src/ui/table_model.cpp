@@ -91,7 +91,7 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
     return role == Qt::DisplayRole && kind_ == Kind::Numbered && section < shownSize().rows
                ? QVariant(qString(text(section, 0)))
                : QVariant();
-  const auto column = static_cast<std::size_t>(section + firstColumn());
+  const auto column = static_cast<std::size_t>(section) + static_cast<std::size_t>(firstColumn());
   if (column >= table_.columnCount()) return {};
   const Table::Column described = table_.column(column);
   if (role == Qt::DisplayRole) return qString(described.title);
