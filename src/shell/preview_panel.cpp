@@ -25,7 +25,8 @@ PreviewTable::PreviewTable(Window& window, std::string name, const PreviewStores
       side_(side),
       columnPrefix_(std::move(columnPrefix)),
       table_(window, std::move(name),
-             {[this] { return shownRowCount_; }, [this](std::size_t row) { return shownRow(row); }}) {
+             {[this] { return shownRowCount_; }, [this](std::size_t row) { return shownRow(row); },
+              [this](std::size_t row, std::size_t column) { return shownCell(row, column); }}) {
   fitColumns(1);
 }
 
@@ -66,18 +67,28 @@ std::vector<std::string> PreviewTable::columnIdentifiers() const {
   return result;
 }
 
-PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
-  PreviewStores::Row cells(1);
-  appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, cells.front());
-  // There are no lines before the first one.
+// Null for a row without a line: there are none before the first.
+const PreviewStores::Row* PreviewTable::lineOf(std::size_t row) const {
   const std::int64_t line =
       static_cast<std::int64_t>(row) +
       std::clamp(firstLineNumber_, -static_cast<std::int64_t>(kMostRows), std::int64_t{1}) - 1;
-  if (line >= 0 && line < std::ssize(lines_)) {
-    const PreviewStores::Row& stored = lines_[static_cast<std::size_t>(line)];
-    cells.insert(cells.end(), stored.begin(), stored.end());
+  return line >= 0 && line < std::ssize(lines_) ? &lines_[static_cast<std::size_t>(line)] : nullptr;
+}
+
+std::u16string PreviewTable::shownCell(std::size_t row, std::size_t column) const {
+  if (column == 0) {
+    std::u16string number;
+    appendInteger(static_cast<std::int64_t>(row) + firstLineNumber_, number);
+    return number;
   }
-  cells.resize(table_.columnCount());
+  const PreviewStores::Row* line = lineOf(row);
+  return line && column <= line->size() ? (*line)[column - 1] : std::u16string();
+}
+
+PreviewStores::Row PreviewTable::shownRow(std::size_t row) const {
+  PreviewStores::Row cells;
+  for (std::size_t column = 0; column < table_.columnCount(); ++column)
+    cells.push_back(shownCell(row, column));
   return cells;
 }
 

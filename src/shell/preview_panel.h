@@ -39,6 +39,8 @@ class PreviewTable {
  private:
   void fitColumns(std::size_t count);  // with the one of the line numbers
   void reload();
+  const PreviewStores::Row* lineOf(std::size_t row) const;
+  std::u16string shownCell(std::size_t row, std::size_t column) const;
   PreviewStores::Row shownRow(std::size_t row) const;
 
   const PreviewStores& stores_;

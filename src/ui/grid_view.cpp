@@ -7,7 +7,6 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QResizeEvent>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -47,10 +46,9 @@ class GridDelegate final : public QStyledItemDelegate {
     const QColor selectedText = focused ? colours.selectedText : colours.cellUnfocusedText;
     painter->setPen(selected ? selectedText : colours.text);
     painter->setFont(option.font);
-    const QString text =
-        option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, option.rect.width() - 6);
     painter->drawText(option.rect.adjusted(4, 0, -2, 0),
-                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine), text);
+                      static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+                      fittingText(option, index, option.rect.width() - 6));
   }
 
  private:
@@ -143,7 +141,8 @@ void GridView::setGroup(quillet::ClipboardGroup& group) {
   setModel(model_);
   setItemDelegate(new quillet::ui::GridDelegate(group, this));
   listenToHeaders();
-  if (parentWidget()) parentWidget()->installEventFilter(this);
+  parentWidget()->installEventFilter(this);
+  tellWidth();
   refresh();
 }
 
@@ -255,28 +254,24 @@ void GridView::focusOutEvent(QFocusEvent* event) {
   viewport()->update();
 }
 
-void GridView::resizeEvent(QResizeEvent* event) {
-  TableView::resizeEvent(event);
-  if (group_ && event->size().width() != event->oldSize().width()) tellWidth(width());
-}
-
 // Before its window is laid out nothing tells the width that the grid will have, so columns made until then
 // are made again.
 void GridView::showEvent(QShowEvent* event) {
   TableView::showEvent(event);
-  if (group_ && !std::exchange(wasShown_, true)) group_->table().resizeClipboardTableViewColumns(false);
+  if (!group_ || std::exchange(wasShown_, true)) return;
+  tellWidth();
+  group_->table().resizeClipboardTableViewColumns(false);
 }
 
-// A grid that is not shown yet has its columns made for the place that it will get.
+// The place of the grid, which it has to itself while it is shown: its own width is any until then.
 bool GridView::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize && !isVisible())
-    tellWidth(static_cast<QResizeEvent*>(event)->size().width());
+  if (event->type() == QEvent::Resize && watched == parentWidget()) tellWidth();
   return TableView::eventFilter(watched, event);
 }
 
-void GridView::tellWidth(int width) {
+void GridView::tellWidth() {
   const int bar = verticalScrollBar()->sizeHint().width();
-  group_->table().windowDidResize(std::max(width - bar, 0));
+  group_->table().windowDidResize(std::max(parentWidget()->width() - bar, 0));
 }
 
 // Tab moves in the grid.

@@ -28,7 +28,7 @@ class GridView final : public TableView {
  public:
   explicit GridView(QWidget* parent = nullptr);
 
-  // Shows the grid of this group, which outlives the view.
+  // Shows the grid of this group, which outlives the view. The view has its parent by then, and fills it.
   void setGroup(quillet::ClipboardGroup& group);
   void refresh();
 
@@ -48,7 +48,6 @@ class GridView final : public TableView {
   void contextMenuEvent(QContextMenuEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -58,7 +57,7 @@ class GridView final : public TableView {
   void mouseDown(const QPoint& position, int clickCount, Qt::KeyboardModifiers modifiers);
   void rowNumberDown(int row, int clickCount);
   void fitColumnToText(int column);
-  void tellWidth(int width);
+  void tellWidth();
   void showFocus();
 
   quillet::ClipboardGroup* group_ = nullptr;

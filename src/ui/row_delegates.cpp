@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPainter>
+#include <algorithm>
 #include <limits>
 
 #include "ui/icons.h"
@@ -140,6 +141,12 @@ void JobDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewIt
   editor->setGeometry(option.rect.adjusted(kBeforeName, 0, 0, 0));
 }
 
+// Of a long text no more is measured than a cell of that width could show.
+QString fittingText(const QStyleOptionViewItem& option, const QModelIndex& index, int width) {
+  const QString text = index.data(Qt::DisplayRole).toString();
+  return option.fontMetrics.elidedText(text.left(std::max(width, 0) + 1), Qt::ElideRight, width);
+}
+
 void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                          const QModelIndex& index) const {
   painter->save();
@@ -154,9 +161,8 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->setFont(option.font);
     painter->setPen(textColour(option));
     const QRect rect = option.rect.adjusted(4, 0, -2, 0);
-    painter->drawText(
-        rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
-        option.fontMetrics.elidedText(index.data(Qt::DisplayRole).toString(), Qt::ElideRight, rect.width()));
+    painter->drawText(rect, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine),
+                      fittingText(option, index, rect.width()));
   }
   painter->restore();
 }

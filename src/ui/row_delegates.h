@@ -26,6 +26,9 @@ class JobDelegate final : public QStyledItemDelegate {
                             const QModelIndex& index) const override;
 };
 
+// The text of a cell as it fits into so many pixels, elided at the right.
+QString fittingText(const QStyleOptionViewItem& option, const QModelIndex& index, int width);
+
 // A cell of the preview; one that its line does not have gets a thin frame.
 class CellDelegate final : public QStyledItemDelegate {
  public:

@@ -37,7 +37,9 @@ void TableModel::refresh() {
   // A view measures its header anew when it is told, which costs more than the rest.
   const bool sameColumns = std::exchange(shownColumns_, table_.columnsVersion()) == table_.columnsVersion();
   if (!sameColumns && columnCount()) emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
-  if (kind_ == Kind::Numbered && rowCount()) emit headerDataChanged(Qt::Vertical, 0, rowCount() - 1);
+  const std::u16string firstNumber = kind_ == Kind::Numbered && rowCount() ? text(0, 0) : std::u16string();
+  if (std::exchange(firstNumber_, firstNumber) != firstNumber)
+    emit headerDataChanged(Qt::Vertical, 0, std::max(rowCount() - 1, 0));
 }
 
 const Table::Row& TableModel::row(int row) const {

@@ -59,6 +59,7 @@ class TableModel final : public SizedModel {
   std::uint64_t shownColumns_ = 0;  // their version
   int editedColumn_ = -1;
   std::function<void(int row, const QString& text)> store_;
+  std::u16string firstNumber_;  // of the rows, as it was told
   // The row that was asked last: a view asks for the columns of one row in turn.
   mutable int cachedRow_ = -1;
   mutable Table::Row cached_;
