@@ -30,6 +30,7 @@
 #include "shell/drag_and_drop.h"
 #include "shell/preview_cells.h"
 #include "shell/table_keys.h"
+#include "ui/accessible_names.h"
 #include "ui/binder.h"
 #include "ui/forms.h"
 #include "ui/grid_view.h"
@@ -157,6 +158,7 @@ void ApplicationWindows::addWindow(Window& window) {
   for (const QString& name : bindControls(window, *form)) controlsWithoutWidget_.push_back(name);
   numberSteps(*form);
   dressLabels(*form);
+  nameFieldsWithoutLabel(*form);
   desktop_.addWindow(window, *form);
   form->installEventFilter(this);
   widgets_.emplace(window.name(), std::move(form));
@@ -182,6 +184,7 @@ void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
   for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) {
     edit->setFont(fixedWidthFont());
     edit->setMinimumSize(420, 140);
+    edit->setAccessibleName(qString(window.title()));
     edit->installEventFilter(this);
   }
   for (Control* control : window.controls()) {
@@ -191,6 +194,7 @@ void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
     auto* help = new QToolButton;
     help->setObjectName(QString::fromStdString(button->name()));
     help->setAutoRaise(true);
+    help->setAccessibleName(withoutMnemonic(QCoreApplication::translate("Menu", "&Help")));
     setIcon(help, "help");
     auto* rows = static_cast<QVBoxLayout*>(form.layout());
     auto* last = new QHBoxLayout;

@@ -14,6 +14,7 @@
 #include <QTimer>
 #include <memory>
 
+#include "ui/accessible_events.h"
 #include "ui/grid_view.h"
 #include "ui/large_text_view.h"
 #include "ui/row_delegates.h"
@@ -90,12 +91,22 @@ class Binder final : public ControlVisitor {
   bool bound_ = false;
 };
 
+// A reader tells it at once, wherever the focus is.
+void sendAlert(QLabel& label) {
+  QAccessibleEvent event(&label, QAccessible::Alert);
+  tellReaders(event);
+}
+
 void Binder::visit(Label& label) {
   auto* widget = find<QLabel>(label);
   if (!widget) return;
   widget->setTextFormat(Qt::PlainText);
-  keepShown(label, *widget, [&label, widget] {
-    widget->setText(qString(label.text()));
+  const bool isStatus = widget->objectName().endsWith(QLatin1String("statusLabel"), Qt::CaseInsensitive);
+  keepShown(label, *widget, [&label, widget, isStatus] {
+    const QString text = qString(label.text());
+    const bool isNews = isStatus && !text.isEmpty() && text != widget->text();
+    widget->setText(text);
+    if (isNews) sendAlert(*widget);
     const Colours& colours = coloursOf(widget->palette());
     QPalette palette = widget->palette();
     palette.setColor(QPalette::WindowText,
@@ -112,7 +123,8 @@ void Binder::visit(Button& button) {
     const bool isFormText = qString(button.title()) == withoutMnemonic(formText);
     widget->setText(isFormText ? formText : withoutMnemonics(button.title()));
     if (!button.toolTip().empty()) widget->setToolTip(qString(button.toolTip()));
-    if (widget->text().isEmpty()) widget->setAccessibleName(widget->toolTip());
+    if (widget->text().isEmpty() && widget->accessibleName().isEmpty())
+      widget->setAccessibleName(widget->toolTip());
   });
   QObject::connect(widget, &QAbstractButton::clicked, widget, [&button] { button.press(); });
 }

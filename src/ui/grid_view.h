@@ -59,6 +59,7 @@ class GridView final : public TableView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -70,6 +71,7 @@ class GridView final : public TableView {
   void tellWidth(int width);
   void applyColumnWidths();
   void showFocus();
+  void tellFocusedCell();
 
   quillet::ClipboardGroup* group_ = nullptr;
   quillet::ui::GridModel* model_ = nullptr;

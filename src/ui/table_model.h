@@ -42,6 +42,7 @@ class TableModel final : public QAbstractTableModel {
  private:
   const Table::Row& row(int row) const;
   std::u16string text(int row, int column) const;
+  QString accessibleText(const QModelIndex& index) const;
   QVariant operationData(const QModelIndex& index, int role) const;
   int tableRowCount() const;
   int tableColumnCount() const;
