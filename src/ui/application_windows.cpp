@@ -24,7 +24,9 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/localization.h"
 #include "shell/drag_and_drop.h"
@@ -36,6 +38,7 @@
 #include "ui/grid_view.h"
 #include "ui/icons.h"
 #include "ui/large_text_view.h"
+#include "ui/tab_order.h"
 #include "ui/table_model.h"
 #include "ui/table_view.h"
 #include "ui/text_conversion.h"
@@ -123,6 +126,10 @@ ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desk
   addDrops();
   addKeys();
   addContextMenus();
+  connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] { updateMenusSoon(); });
+  auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
+  connect(grid->model(), &QAbstractItemModel::dataChanged, this, [this] { updateMenusSoon(); });
+  connect(grid->model(), &QAbstractItemModel::modelReset, this, [this] { updateMenusSoon(); });
 }
 
 // Controls outlive the widgets, so nothing may tell them any more.
@@ -155,7 +162,8 @@ void ApplicationWindows::addWindow(Window& window) {
   if (isSheet(window)) dressSheet(window, *form);
   if (&window == &application_.windows().clipboardData) addToolBar(window, static_cast<QMainWindow&>(*form));
   if (auto* grid = form->findChild<GridView*>()) grid->setGroup(application_.clipboard());
-  for (const QString& name : bindControls(window, *form)) controlsWithoutWidget_.push_back(name);
+  for (const QString& name : bindControls(window, *form, [this] { updateMenusSoon(); }))
+    controlsWithoutWidget_.push_back(name);
   numberSteps(*form);
   dressLabels(*form);
   nameFieldsWithoutLabel(*form);
@@ -221,7 +229,24 @@ bool ApplicationWindows::close(Window& window) {
   return true;
 }
 
+// Once for all that happens before the next event; the items are asked as when their menus open.
+void ApplicationWindows::updateMenusSoon() {
+  if (std::exchange(menusAreStale_, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        menusAreStale_ = false;
+        for (const auto& [name, form] : widgets_)
+          if (const auto* window = qobject_cast<QMainWindow*>(form.get())) updateMenus(*window->menuBar());
+      },
+      Qt::QueuedConnection);
+}
+
 bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Show) {
+    const Window* window = windowOf(watched);
+    if (window && isSheet(*window)) beginSheetWithTheFirstField(*window, *static_cast<QWidget*>(watched));
+  }
   if (event->type() == QEvent::Close) {
     Window* window = windowOf(watched);
     if (window && window->isShown() && !close(*window)) event->ignore();
@@ -235,6 +260,12 @@ bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
     const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    // Return presses the button that has the focus, as Space does; in a sheet it is Qt that cares for it.
+    auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (window && !isSheet(*window) && isReturn && button) {
+      button->click();
+      return true;
+    }
     // In the text of a cell Return is Done, with Shift it is a line break.
     if (auto* edit = qobject_cast<QPlainTextEdit*>(watched);
         edit && isReturn && !key->modifiers().testFlag(Qt::ShiftModifier)) {
@@ -397,6 +428,14 @@ void ApplicationWindows::addToolBar(Window& window, QMainWindow& form) {
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   bar->addWidget(gap);
   performs(add("clipboardDataWindowSaveToolbarItem", "save", tr("Save Job…")), "saveJobMenuItemClicked");
+  std::vector<QWidget*> order;
+  for (auto* button : bar->findChildren<QToolButton*>())
+    if (!button->objectName().startsWith(QLatin1String("qt_"))) order.push_back(button);
+  for (const char* name :
+       {"clipboardDataWindowHelpBoxRefreshButton", "clipboardDataWindowTextView", "clipboardDataTableView",
+        "clipboardDataWindowOperationsTableView", "clipboardDataWindowClearStatusLabelButton"})
+    order.push_back(form.findChild<QWidget*>(QLatin1String(name)));
+  setTabOrder(order);
 }
 
 void ApplicationWindows::dressJobsWindow() {

@@ -13,6 +13,7 @@
 #include <QStackedWidget>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 #include "ui/accessible_events.h"
 #include "ui/grid_view.h"
@@ -44,20 +45,9 @@ void showState(const Control& control, QWidget& widget) {
   }
 }
 
-// Shows now, and after every change of the control.
-template <typename Show>
-void keepShown(Control& control, QWidget& widget, Show show) {
-  const auto showAll = [&control, &widget, show] {
-    showState(control, widget);
-    show();
-  };
-  control.setObserver(showAll);
-  showAll();
-}
-
 class Binder final : public ControlVisitor {
  public:
-  explicit Binder(QWidget& form) : form_(form) {}
+  Binder(QWidget& form, std::function<void()> changed) : form_(form), changed_(std::move(changed)) {}
 
   bool bind(Control& control) {
     bound_ = false;
@@ -84,10 +74,26 @@ class Binder final : public ControlVisitor {
     return widget;
   }
 
+  // Shows now, and after every change of the control.
+  template <typename Show>
+  void keepShown(Control& control, QWidget& widget, Show show) {
+    const auto showAll = [&control, &widget, show] {
+      showState(control, widget);
+      show();
+    };
+    control.setObserver([showAll, changed = changed_] {
+      showAll();
+      if (changed) changed();
+    });
+    showAll();
+  }
+
+  void bindSelection(Table& table, TableView& view, TableModel& model);
   void bindLine(TextField& field, QLineEdit& edit, QWidget& widget);
   void bindText(TextField& field, QPlainTextEdit& edit);
 
   QWidget& form_;
+  std::function<void()> changed_;
   bool bound_ = false;
 };
 
@@ -269,11 +275,13 @@ QItemSelection selectionOf(const Table& table, const TableModel& model) {
 
 // The selection of the view follows the table's, and the other way round. What the user does is told once,
 // with the rows as they are then.
-void bindSelection(Table& table, TableView& view, TableModel& model) {
-  QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &view, [&table, &view] {
-    if (view.property("showingSelection").toBool()) return;
-    table.userSelects(view.selectedRowIndexes());
-  });
+void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &view,
+                   [&table, &view, changed = changed_] {
+                     if (view.property("showingSelection").toBool()) return;
+                     table.userSelects(view.selectedRowIndexes());
+                     if (changed) changed();
+                   });
   QObject::connect(&view, &TableView::activatedRow, &view,
                    [&table](int row) { table.userDoubleClicks(row); });
   keepShown(table, view, [&table, &view, &model] {
@@ -330,9 +338,9 @@ void showPageInFront(QWidget& page) {
   }
 }
 
-std::vector<QString> bindControls(Window& window, QWidget& form) {
+std::vector<QString> bindControls(Window& window, QWidget& form, std::function<void()> changed) {
   std::vector<QString> missing;
-  Binder binder(form);
+  Binder binder(form, std::move(changed));
   for (Control* control : window.controls())
     if (!binder.bind(*control)) missing.push_back(nameOf(*control));
   return missing;

@@ -460,6 +460,11 @@ QMenu* newJobsMenu(QWidget* parent, const MenuActions& actions) {
   return menu;
 }
 
+void updateMenus(const QMenuBar& bar) {
+  for (const QAction* action : bar.actions())
+    if (QMenu* menu = action->menu()) emit menu->aboutToShow();
+}
+
 std::vector<std::string> commandsOfMenus() {
   std::vector<std::string> commands;
   const auto add = [&](std::span<const Item> items) {

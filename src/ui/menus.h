@@ -1,10 +1,11 @@
 // The menus of the three windows, from one table: which item stands where, its shortcut, and the command that
-// it performs. Whether a command is on is asked when its menu opens, and again when it is chosen, since a
-// shortcut needs no menu.
+// it performs. Whether a command is on is asked when its menu opens, when what decides it changes, and again
+// when it is chosen.
 #pragma once
 
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <functional>
 #include <string>
 #include <vector>
@@ -37,6 +38,9 @@ struct MenuActions {
 
 // Fills the window's menu bar.
 void addMenus(QMainWindow& window, MenuOf menuOf, const MenuActions& actions);
+
+// Asks for each item whether it is on, as when its menu opens: a shortcut is to follow without that.
+void updateMenus(const QMenuBar& bar);
 
 // The menu of the operations that can be added; of the toolbar's Perform; context menus. Owned by the parent.
 QMenu* newAddOperationMenu(QWidget* parent, const MenuActions& actions);
