@@ -36,7 +36,9 @@
 #include "ui/binder.h"
 #include "ui/forms.h"
 #include "ui/grid_view.h"
+#include "ui/guide_page.h"
 #include "ui/icons.h"
+#include "ui/label_colour.h"
 #include "ui/large_text_view.h"
 #include "ui/tab_order.h"
 #include "ui/table_model.h"
@@ -85,7 +87,7 @@ std::vector<std::string> localPaths(const QMimeData& data) {
 
 void setIcon(QAbstractButton* button, const char* name, int size = 18) {
   if (!button) return;
-  button->setIcon(icon(QLatin1String(name), button->palette()));
+  button->setIcon(icon(QLatin1String(name)));
   button->setIconSize({size, size});
 }
 
@@ -106,10 +108,7 @@ void dressLabels(QWidget& form) {
     label->setFont(font);
     // Where a letter is underlined there is no kerning, so the text is wider than Qt measures it.
     if (label->buddy()) label->setMinimumWidth(label->sizeHint().width() + kKerning);
-    if (role != QLatin1String("secondary")) continue;
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);
-    label->setPalette(palette);
+    if (role == QLatin1String("secondary")) setTextColour(*label, TextColour::SecondaryLabel);
   }
 }
 
@@ -243,6 +242,11 @@ void ApplicationWindows::updateMenusSoon() {
 }
 
 bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
+  // Qt takes colours off again on its way through the widgets of a form.
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+    if (auto* form = qobject_cast<QWidget*>(watched); form && form->isWindow())
+      QMetaObject::invokeMethod(
+          form, [form] { colourLabels(*form); }, Qt::QueuedConnection);
   if (event->type() == QEvent::Show) {
     const Window* window = windowOf(watched);
     if (window && isSheet(*window)) beginSheetWithTheFirstField(*window, *static_cast<QWidget*>(watched));
@@ -285,6 +289,10 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
   actions.about = [this, &window] {
     QMessageBox::about(widget(window.name()), tr("About Quillet"),
                        tr("Quillet prepares delimited text data."));
+  };
+  actions.guide = [this] {
+    const std::string page = guidePage(QCoreApplication::applicationDirPath());
+    if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});
   };
   actions.moveSelectedRows = [this](int rows) { moveSelectedRows(rows); };
   actions.choosePreview = [this](int tag) {
@@ -331,7 +339,7 @@ void ApplicationWindows::dressMainWindow() {
   setIcon(add, "plus", 16);
   add->setMenu(newAddOperationMenu(add, actions));
   auto* run = find<QPushButton>("window", "runButton");
-  run->setIcon(icon(QStringLiteral("run"), paletteOf(Scheme::Dark)));
+  run->setIcon(icon(QStringLiteral("run"), IconOn::Selection));
   auto* split = find<QSplitter>("window", "mainSplitView");
   split->setStretchFactor(0, 0);
   split->setStretchFactor(1, 1);

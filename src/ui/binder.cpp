@@ -17,6 +17,7 @@
 
 #include "ui/accessible_events.h"
 #include "ui/grid_view.h"
+#include "ui/label_colour.h"
 #include "ui/large_text_view.h"
 #include "ui/row_delegates.h"
 #include "ui/table_model.h"
@@ -113,11 +114,7 @@ void Binder::visit(Label& label) {
     const bool isNews = isStatus && !text.isEmpty() && text != widget->text();
     widget->setText(text);
     if (isNews) sendAlert(*widget);
-    const Colours& colours = coloursOf(widget->palette());
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::WindowText,
-                     label.colour() == TextColour::Red ? colours.red : colours.secondary);
-    if (palette != widget->palette()) widget->setPalette(palette);
+    setTextColour(*widget, label.colour());
   });
 }
 

@@ -395,6 +395,7 @@ void addMenus(QMainWindow& window, MenuOf menuOf, const MenuActions& actions) {
   bar.addMenu(builder.menu("&Help"));
   builder.add(kHelp);
   connectTo(builder.addAction(translated("About Quillet"), nullptr), actions.about);
+  connectTo(builder.addAction(translated("User Guide"), nullptr), actions.guide);
 }
 
 namespace {

@@ -23,6 +23,7 @@ struct MenuActions {
   std::function<void()> close;
   std::function<void()> quit;
   std::function<void()> about;
+  std::function<void()> guide;
   std::function<void(int rows)> moveSelectedRows;  // -1 up, 1 down; of the table with the focus
   std::function<void(int tag)> choosePreview;
   std::function<int()> previewType;

@@ -1,18 +1,12 @@
 #include "ui/theme.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QStyle>
-#include <QStyleFactory>
+
+#include "ui/frame_style.h"
 
 namespace quillet::ui {
 
 namespace {
-
-constexpr int kPortalPatience = 500;  // milliseconds
-constexpr int kPrefersDark = 1;
 
 QColor rgb(QRgb value) {
   return QColor::fromRgb(value);
@@ -49,10 +43,50 @@ QString headerStyle(const Colours& colours) {
       .arg(colours.header.name(), colours.headerText.name(), line);
 }
 
+// One of our palettes, whatever colour of text a label has got.
+bool isOurs(const QPalette& palette, const Colours& ours) {
+  return palette.color(QPalette::Active, QPalette::Base) == ours.base &&
+         palette.color(QPalette::Active, QPalette::Window) == ours.window;
+}
+
+// So much of the text's colour on the other.
+QColor mixed(const QColor& back, const QColor& text, float share) {
+  const auto part = [&](float one, float other) { return one + (other - one) * share; };
+  return QColor::fromRgbF(part(back.redF(), text.redF()), part(back.greenF(), text.greenF()),
+                          part(back.blueF(), text.blueF()));
+}
+
+// What we draw by ourselves, in a palette of the system: from its colours alone, so that a high contrast
+// stays one.
+Colours coloursFrom(const QPalette& palette, const Colours& ours) {
+  constexpr float kBarely = 0.2F;
+  constexpr float kClearly = 0.46F;
+  const auto colour = [&](QPalette::ColorRole role) { return palette.color(QPalette::Active, role); };
+  Colours colours = ours;
+  colours.window = colour(QPalette::Window);
+  colours.base = colour(QPalette::Base);
+  colours.alternate = colour(QPalette::AlternateBase);
+  colours.text = colour(QPalette::Text);
+  colours.secondary = colours.icon = colour(QPalette::WindowText);
+  colours.placeholder = colour(QPalette::PlaceholderText);
+  colours.link = colour(QPalette::Link);
+  colours.selectedFill = colour(QPalette::Highlight);
+  colours.selectedText = colours.missingSelected = colour(QPalette::HighlightedText);
+  colours.cellUnfocused = mixed(colours.base, colours.text, kClearly);
+  colours.cellUnfocusedText = schemeOf(palette) == Scheme::Dark ? Qt::white : Qt::black;
+  colours.selectedRow = mixed(colours.base, colours.text, kBarely);
+  colours.selectedRowDetail = colours.text;
+  colours.header = colour(QPalette::Button);
+  colours.headerText = colour(QPalette::ButtonText);
+  colours.missing = mixed(colours.base, colours.text, kClearly);
+  return colours;
+}
+
 }  // namespace
 
 Scheme schemeOf(const QPalette& palette) {
-  return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness()
+  return palette.color(QPalette::Active, QPalette::Base).lightness() <
+                 palette.color(QPalette::Active, QPalette::Text).lightness()
              ? Scheme::Dark
              : Scheme::Light;
 }
@@ -62,7 +96,15 @@ const Colours& coloursOf(Scheme scheme) {
 }
 
 const Colours& coloursOf(const QPalette& palette) {
-  return coloursOf(schemeOf(palette));
+  const Colours& ours = coloursOf(schemeOf(palette));
+  if (isOurs(palette, ours)) return ours;
+  static qint64 key = 0;
+  static Colours theirs;
+  if (key != palette.cacheKey()) {
+    theirs = coloursFrom(palette, ours);
+    key = palette.cacheKey();
+  }
+  return theirs;
 }
 
 QPalette paletteOf(Scheme scheme) {
@@ -79,6 +121,7 @@ QPalette paletteOf(Scheme scheme) {
   palette.setColor(QPalette::ToolTipText, colours.text);
   palette.setColor(QPalette::PlaceholderText, colours.placeholder);
   palette.setColor(QPalette::Link, colours.link);
+  palette.setColor(QPalette::LinkVisited, colours.link);
   palette.setColor(QPalette::Highlight, colours.selectedFill);
   palette.setColor(QPalette::HighlightedText, colours.selectedText);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
@@ -86,23 +129,18 @@ QPalette paletteOf(Scheme scheme) {
   return palette;
 }
 
-// The desktop portal knows it, where there is one.
-Scheme schemeOfDesktop() {
-  QDBusMessage question = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-  question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, kPortalPatience);
-  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return Scheme::Light;
-  QVariant value = answer.arguments().constFirst();
-  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
-  return value.toInt() == kPrefersDark ? Scheme::Dark : Scheme::Light;
+void applySpaces(QApplication& application, const QPalette& palette) {
+  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + headerStyle(coloursOf(palette)));
+}
+
+void applyTheme(QApplication& application, const QPalette& palette) {
+  QApplication::setStyle(new FrameStyle);
+  QApplication::setPalette(palette);
+  applySpaces(application, palette);
 }
 
 void applyTheme(QApplication& application, Scheme scheme) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-  QApplication::setPalette(paletteOf(scheme));
-  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + headerStyle(coloursOf(scheme)));
+  applyTheme(application, paletteOf(scheme));
 }
 
 QFont fixedWidthFont() {
