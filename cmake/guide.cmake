@@ -3,16 +3,23 @@
 include(GNUInstallDirs)
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
-execute_process(COMMAND ${Python3_EXECUTABLE} -c "import markdown" RESULT_VARIABLE no_markdown ERROR_QUIET)
+# Debian's package is for Debian's Python, which need not be the first one.
+foreach(python IN ITEMS ${Python3_EXECUTABLE} /usr/bin/python3)
+  execute_process(COMMAND ${python} -c "import markdown" RESULT_VARIABLE no_markdown ERROR_QUIET)
+  if(no_markdown EQUAL 0)
+    set(guide_python ${python})
+    break()
+  endif()
+endforeach()
 file(GLOB_RECURSE guide_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/docs/*)
 set(guide_folder ${CMAKE_BINARY_DIR}/share/doc/quillet)
-if(no_markdown)
+if(NOT guide_python)
   message(STATUS "No pages of the guide are made: python3-markdown is missing.")
   set(guide_output ${guide_folder}/docs)
   set(guide_command ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/docs ${guide_output})
 else()
   set(guide_output ${guide_folder}/guide)
-  set(guide_command ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/tools/guide_pages.py ${CMAKE_SOURCE_DIR}/docs
+  set(guide_command ${guide_python} ${CMAKE_SOURCE_DIR}/tools/guide_pages.py ${CMAKE_SOURCE_DIR}/docs
     ${guide_output})
   install(DIRECTORY ${guide_output} DESTINATION ${CMAKE_INSTALL_DOCDIR})
 endif()

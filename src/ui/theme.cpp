@@ -1,6 +1,9 @@
 #include "ui/theme.h"
 
 #include <QApplication>
+#include <QWidget>
+#include <utility>
+#include <vector>
 
 #include "ui/frame_style.h"
 
@@ -130,11 +133,19 @@ QPalette paletteOf(Scheme scheme) {
 }
 
 void applySpaces(QApplication& application, const QPalette& palette) {
+  // A new style sheet takes the fonts off the widgets that have their own.
+  std::vector<std::pair<QWidget*, QFont>> fonts;
+  for (QWidget* widget : QApplication::allWidgets())
+    if (widget->testAttribute(Qt::WA_SetFont)) fonts.emplace_back(widget, widget->font());
   application.setStyleSheet(QString::fromUtf8(kStyleSheet) + headerStyle(coloursOf(palette)));
+  for (const auto& [widget, font] : fonts) widget->setFont(font);
 }
 
 void applyTheme(QApplication& application, const QPalette& palette) {
-  QApplication::setStyle(new FrameStyle);
+  // Once: it draws with whatever palette there is.
+  constexpr const char* kHasStyle = "hasFrameStyle";
+  if (!application.property(kHasStyle).toBool()) QApplication::setStyle(new FrameStyle);
+  application.setProperty(kHasStyle, true);
   QApplication::setPalette(palette);
   applySpaces(application, palette);
 }

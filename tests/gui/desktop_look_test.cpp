@@ -94,13 +94,13 @@ TEST_F(LookChange, WindowsThatAreOpenTakeTheNewColours) {
   status->setColour(TextColour::Red);
   auto* button = find<QToolButton>("window", "addInputFileButton");
   auto* path = find<QLabel>("window", "previewPanelInputFilePathLabel");
-  const QFont cells = find<QWidget>("window", "previewTableView")->font();
+  const std::string cells = find<QWidget>("window", "previewTableView")->font().toString().toStdString();
   const auto expect = [&](Scheme scheme) {
     QApplication::processEvents();
     const Colours& colours = coloursOf(scheme);
     EXPECT_EQ(path->palette().color(QPalette::WindowText), colours.secondary);
     EXPECT_EQ(find<QLabel>("window", "statusLabel")->palette().color(QPalette::WindowText), colours.red);
-    EXPECT_EQ(find<QWidget>("window", "previewTableView")->font(), cells);
+    EXPECT_EQ(find<QWidget>("window", "previewTableView")->font().toString().toStdString(), cells);
     EXPECT_EQ(form("window")->palette().color(QPalette::Window), colours.window);
     EXPECT_TRUE(hasColour(button->icon().pixmap(96).toImage(), colours.icon));
     EXPECT_TRUE(hasColour(find<TableView>("window", "operationsTableView")->grab().toImage(), colours.base));
