@@ -2,6 +2,8 @@
 #include "ui/desktop_look.h"
 
 #include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QLabel>
 #include <QStyle>
 #include <QToolButton>
@@ -115,6 +117,24 @@ TEST_F(LookChange, WindowsThatAreOpenTakeTheNewColours) {
   expect(Scheme::Dark);
   look.settingChanged(group, key, QDBusVariant(QVariant::fromValue(QDBusVariant(2U))));
   expect(Scheme::Light);
+}
+
+// With a desktop portal of the test's own, where there is a bus: dbus-run-session makes one.
+TEST_F(LookChange, ThePortalIsHeardOverTheBus) {
+  const QString name = QStringLiteral("org.freedesktop.portal.Desktop");
+  QDBusConnection portal =
+      QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("portal of the test"));
+  if (!portal.isConnected() || !portal.registerService(name)) GTEST_SKIP() << "no bus, or a real portal";
+  const LookFollower look(*qApp, {QStringLiteral("fusion"), {}, false, false});
+  QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/portal/desktop"),
+                                                   QStringLiteral("org.freedesktop.portal.Settings"),
+                                                   QStringLiteral("SettingChanged"));
+  signal << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme")
+         << QVariant::fromValue(QDBusVariant(1U));
+  EXPECT_TRUE(portal.send(signal));
+  EXPECT_TRUE(QTest::qWaitFor([] { return schemeOf(QApplication::palette()) == Scheme::Dark; }, 5000));
+  portal.unregisterService(name);
+  QDBusConnection::disconnectFromBus(QStringLiteral("portal of the test"));
 }
 
 }  // namespace

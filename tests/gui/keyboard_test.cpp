@@ -401,6 +401,42 @@ TEST_F(Keyboard, ShortcutsFollowTheWindowTheSelectionAndTheModel) {
   EXPECT_FALSE(left->isEnabled()) << "nothing is selected in what was read anew";
 }
 
+// Its menu was open while there was nothing to undo.
+TEST_F(Keyboard, UndoWorksByItsKeysAfterItsMenuWasOpen) {
+  launchWithFile();
+  perform("clipboardDataWindowMenuItemClicked");
+  auto* window = static_cast<QMainWindow*>(form("clipboardDataWindow"));
+  QMenu* edit = window->menuBar()->actions()[1]->menu();
+  QAction* undo = edit->actions().front();
+  ASSERT_EQ(undo->shortcut(), QKeySequence(QKeySequence::Undo));
+  emit edit->aboutToShow();
+  EXPECT_FALSE(undo->isEnabled());
+  openGrid();
+  EXPECT_TRUE(undo->isEnabled());
+  EXPECT_EQ(find<GridView>("clipboardDataWindow", "clipboardDataTableView")->model()->rowCount(), 2);
+  window->activateWindow();
+  QApplication::processEvents();
+  QTest::keyClick(window, Qt::Key_Z, Qt::ControlModifier);
+  QApplication::processEvents();
+  EXPECT_EQ(find<GridView>("clipboardDataWindow", "clipboardDataTableView")->model()->rowCount(), 1)
+      << "not cut into lines";
+}
+
+TEST_F(Keyboard, TheItemsAreAskedOnceForManyChanges) {
+  launchWithFile();
+  openGrid();
+  int asked = 0;
+  const QMenu* menu = static_cast<QMainWindow*>(form("clipboardDataWindow"))->menuBar()->actions()[2]->menu();
+  QObject::connect(menu, &QMenu::aboutToShow, menu, [&asked] { ++asked; });
+  auto& table = application().clipboard().table();
+  for (int i = 0; i < 100; ++i) table.mouseDown(i % 2, 2, 1, {});
+  EXPECT_EQ(asked, 0);
+  QApplication::processEvents();
+  EXPECT_EQ(asked, 1);
+  QApplication::processEvents();
+  EXPECT_EQ(asked, 1) << "nothing has changed since";
+}
+
 TEST_F(Keyboard, TheArrowsOfMoveAreEatenInTheGridWhileTheirItemIsOff) {
   launchWithFile();
   openGrid();
