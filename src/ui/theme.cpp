@@ -145,6 +145,7 @@ void applyTheme(QApplication& application, const QPalette& palette) {
   // Once: it draws with whatever palette there is.
   constexpr const char* kHasStyle = "hasFrameStyle";
   if (!application.property(kHasStyle).toBool()) QApplication::setStyle(new FrameStyle);
+  // The application owns it. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
   application.setProperty(kHasStyle, true);
   QApplication::setPalette(palette);
   applySpaces(application, palette);
