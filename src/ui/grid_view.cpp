@@ -236,7 +236,7 @@ void GridView::showFocus() {
 
 // Not Qt's own way, which would tell the cell once more.
 void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
-  QAbstractItemView::currentChanged(current, previous);
+  QAbstractItemView::currentChanged(current, previous);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 // The number of a cell among the parts of the table for a screen reader counts the headers too.

@@ -87,7 +87,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 
 QString TableModel::accessibleText(const QModelIndex& index) const {
   if (data(index, MissingRole).toBool()) return tr("missing");
-  const QString shown = data(index, Qt::DisplayRole).toString();
+  QString shown = data(index, Qt::DisplayRole).toString();
   const QString badge = data(index, BadgeRole).toString();
   if (badge.isEmpty()) return shown;
   const QString kind = badge == QLatin1String("C") ? tr("clipboard job") : tr("file job");
