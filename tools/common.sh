@@ -12,7 +12,7 @@ readonly QUILLET_PACKAGES=(
 # What shows windows where nobody sees them, and moves hands before them, beside these.
 readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth xdotool)
 # What makes a Debian package, beside these.
-readonly QUILLET_DEB_PACKAGES=(dpkg-dev file)
+readonly QUILLET_DEB_PACKAGES=(dpkg-dev file python3-markdown)
 # What the fuzz targets need beside these. The tests go on without them.
 readonly QUILLET_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # The programs behind the packages, to judge a system whose packages have other names.

@@ -25,18 +25,24 @@
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/localization.h"
 #include "shell/drag_and_drop.h"
 #include "shell/preview_cells.h"
 #include "shell/table_keys.h"
+#include "ui/accessible_names.h"
 #include "ui/binder.h"
 #include "ui/forms.h"
 #include "ui/grid_view.h"
+#include "ui/guide_page.h"
 #include "ui/icons.h"
+#include "ui/label_colour.h"
 #include "ui/large_text_view.h"
 #include "ui/preview_columns.h"
+#include "ui/tab_order.h"
 #include "ui/table_model.h"
 #include "ui/table_view.h"
 #include "ui/text_conversion.h"
@@ -83,7 +89,7 @@ std::vector<std::string> localPaths(const QMimeData& data) {
 
 void setIcon(QAbstractButton* button, const char* name, int size = 18) {
   if (!button) return;
-  button->setIcon(icon(QLatin1String(name), button->palette()));
+  button->setIcon(icon(QLatin1String(name)));
   button->setIconSize({size, size});
 }
 
@@ -127,10 +133,7 @@ void dressLabels(QWidget& form) {
       label->setMinimumWidth(label->sizeHint().width() + kKerning);
       dimWithBuddy(*label);
     }
-    if (role != QLatin1String("secondary")) continue;
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, coloursOf(palette).secondary);
-    label->setPalette(palette);
+    if (role == QLatin1String("secondary")) setTextColour(*label, TextColour::SecondaryLabel);
   }
 }
 
@@ -147,6 +150,10 @@ ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desk
   addDrops();
   addKeys();
   addContextMenus();
+  connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] { updateMenusSoon(); });
+  auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
+  connect(grid->model(), &QAbstractItemModel::dataChanged, this, [this] { updateMenusSoon(); });
+  connect(grid->model(), &QAbstractItemModel::modelReset, this, [this] { updateMenusSoon(); });
 }
 
 // Controls outlive the widgets, so nothing may tell them any more.
@@ -179,9 +186,11 @@ void ApplicationWindows::addWindow(Window& window) {
   if (isSheet(window)) dressSheet(window, *form);
   if (&window == &application_.windows().clipboardData) addToolBar(window, static_cast<QMainWindow&>(*form));
   if (auto* grid = form->findChild<GridView*>()) grid->setGroup(application_.clipboard());
-  for (const QString& name : bindControls(window, *form)) controlsWithoutWidget_.push_back(name);
+  for (const QString& name : bindControls(window, *form, [this] { updateMenusSoon(); }))
+    controlsWithoutWidget_.push_back(name);
   numberSteps(*form);
   dressLabels(*form);
+  nameFieldsWithoutLabel(*form);
   desktop_.addWindow(window, *form);
   form->installEventFilter(this);
   widgets_.emplace(window.name(), std::move(form));
@@ -207,6 +216,7 @@ void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
   for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) {
     edit->setFont(fixedWidthFont());
     edit->setMinimumSize(420, 140);
+    edit->setAccessibleName(qString(window.title()));
     edit->installEventFilter(this);
   }
   for (Control* control : window.controls()) {
@@ -216,6 +226,7 @@ void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
     auto* help = new QToolButton;
     help->setObjectName(QString::fromStdString(button->name()));
     help->setAutoRaise(true);
+    help->setAccessibleName(withoutMnemonic(QCoreApplication::translate("Menu", "&Help")));
     setIcon(help, "help");
     auto* rows = static_cast<QVBoxLayout*>(form.layout());
     auto* last = new QHBoxLayout;
@@ -242,7 +253,29 @@ bool ApplicationWindows::close(Window& window) {
   return true;
 }
 
+// Once for all that happens before the next event; the items are asked as when their menus open.
+void ApplicationWindows::updateMenusSoon() {
+  if (std::exchange(menusAreStale_, true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        menusAreStale_ = false;
+        for (const auto& [name, form] : widgets_)
+          if (const auto* window = qobject_cast<QMainWindow*>(form.get())) updateMenus(*window->menuBar());
+      },
+      Qt::QueuedConnection);
+}
+
 bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
+  // Qt takes colours off again on its way through the widgets of a form.
+  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
+    if (auto* form = qobject_cast<QWidget*>(watched); form && form->isWindow())
+      QMetaObject::invokeMethod(
+          form, [form] { colourLabels(*form); }, Qt::QueuedConnection);
+  if (event->type() == QEvent::Show) {
+    const Window* window = windowOf(watched);
+    if (window && isSheet(*window)) beginSheetWithTheFirstField(*window, *static_cast<QWidget*>(watched));
+  }
   if (event->type() == QEvent::Close) {
     Window* window = windowOf(watched);
     if (window && window->isShown() && !close(*window)) event->ignore();
@@ -256,6 +289,12 @@ bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
     const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    // Return presses the button that has the focus, as Space does; in a sheet it is Qt that cares for it.
+    auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (window && !isSheet(*window) && isReturn && button) {
+      button->click();
+      return true;
+    }
     // In the text of a cell Return is Done, with Shift it is a line break.
     if (auto* edit = qobject_cast<QPlainTextEdit*>(watched);
         edit && isReturn && !key->modifiers().testFlag(Qt::ShiftModifier)) {
@@ -275,6 +314,10 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
   actions.about = [this, &window] {
     QMessageBox::about(widget(window.name()), tr("About Quillet"),
                        tr("Quillet prepares delimited text data."));
+  };
+  actions.guide = [this] {
+    const std::string page = guidePage(QCoreApplication::applicationDirPath());
+    if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});
   };
   actions.moveSelectedRows = [this](int rows) { moveSelectedRows(rows); };
   actions.choosePreview = [this](int tag) {
@@ -316,7 +359,7 @@ void ApplicationWindows::dressMainWindow() {
   setIcon(add, "plus", 16);
   add->setMenu(newAddOperationMenu(add, actions));
   auto* run = find<QPushButton>("window", "runButton");
-  run->setIcon(icon(QStringLiteral("run"), paletteOf(Scheme::Dark)));
+  run->setIcon(icon(QStringLiteral("run"), IconOn::Selection));
   auto* split = find<QSplitter>("window", "mainSplitView");
   split->setStretchFactor(0, 0);
   split->setStretchFactor(1, 1);
@@ -431,6 +474,14 @@ void ApplicationWindows::addToolBar(Window& window, QMainWindow& form) {
   gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
   bar->addWidget(gap);
   performs(add("clipboardDataWindowSaveToolbarItem", "save", tr("Save Job…")), "saveJobMenuItemClicked");
+  std::vector<QWidget*> order;
+  for (auto* button : bar->findChildren<QToolButton*>())
+    if (!button->objectName().startsWith(QLatin1String("qt_"))) order.push_back(button);
+  for (const char* name :
+       {"clipboardDataWindowHelpBoxRefreshButton", "clipboardDataWindowTextView", "clipboardDataTableView",
+        "clipboardDataWindowOperationsTableView", "clipboardDataWindowClearStatusLabelButton"})
+    order.push_back(form.findChild<QWidget*>(QLatin1String(name)));
+  setTabOrder(order);
 }
 
 void ApplicationWindows::dressJobsWindow() {

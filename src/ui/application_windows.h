@@ -49,6 +49,7 @@ class ApplicationWindows final : public QObject {
   MenuActions menuActions(Window& window);
   void addDrops();
   void perform(const std::string& command);
+  void updateMenusSoon();
   void addKeys();
   void addPaneKeys(std::string_view window, const QStringList& panes);
   void addContextMenus();
@@ -62,6 +63,7 @@ class ApplicationWindows final : public QObject {
   std::function<void()> quit_;
   std::map<std::string, std::unique_ptr<QWidget>, std::less<>> widgets_;
   std::vector<QString> controlsWithoutWidget_;
+  bool menusAreStale_ = false;
 };
 
 }  // namespace quillet::ui

@@ -15,8 +15,10 @@
 #include <memory>
 #include <utility>
 
+#include "ui/accessible_events.h"
 #include "ui/fitted_width.h"
 #include "ui/grid_view.h"
+#include "ui/label_colour.h"
 #include "ui/large_text_view.h"
 #include "ui/preview_columns.h"
 #include "ui/row_delegates.h"
@@ -47,20 +49,9 @@ void showState(const Control& control, QWidget& widget) {
   }
 }
 
-// Shows now, and after every change of the control.
-template <typename Show>
-void keepShown(Control& control, QWidget& widget, Show show) {
-  const auto showAll = [&control, &widget, show] {
-    showState(control, widget);
-    show();
-  };
-  control.setObserver(showAll);
-  showAll();
-}
-
 class Binder final : public ControlVisitor {
  public:
-  explicit Binder(QWidget& form) : form_(form) {}
+  Binder(QWidget& form, std::function<void()> changed) : form_(form), changed_(std::move(changed)) {}
 
   bool bind(Control& control) {
     bound_ = false;
@@ -87,24 +78,48 @@ class Binder final : public ControlVisitor {
     return widget;
   }
 
+  // Shows now, and after every change of the control.
+  template <typename Show>
+  void keepShown(Control& control, QWidget& widget, Show show) {
+    const auto showAll = [&control, &widget, show] {
+      showState(control, widget);
+      show();
+    };
+    control.setObserver([showAll, changed = changed_] {
+      showAll();
+      if (changed) changed();
+    });
+    showAll();
+  }
+
+  void bindSelection(Table& table, TableView& view, TableModel& model);
   void bindLine(TextField& field, QLineEdit& edit, QWidget& widget);
   void bindText(TextField& field, QPlainTextEdit& edit);
 
   QWidget& form_;
+  std::function<void()> changed_;
   bool bound_ = false;
 };
+
+// A reader tells it at once, wherever the focus is.
+void sendAlert(QLabel& label) {
+  QAccessibleEvent event(&label, QAccessible::Alert);
+  tellReaders(event);
+}
 
 void Binder::visit(Label& label) {
   auto* widget = find<QLabel>(label);
   if (!widget) return;
   widget->setTextFormat(Qt::PlainText);
-  keepShown(label, *widget, [&label, widget] {
-    widget->setText(qString(label.text()));
-    const Colours& colours = coloursOf(widget->palette());
-    QPalette palette = widget->palette();
-    palette.setColor(QPalette::WindowText,
-                     label.colour() == TextColour::Red ? colours.red : colours.secondary);
-    if (palette != widget->palette()) widget->setPalette(palette);
+  const bool isStatus = widget->objectName().endsWith(QLatin1String("statusLabel"), Qt::CaseInsensitive);
+  // Of what follows it in its form, as any label there.
+  const bool isName = widget->property("role").toString() == QLatin1String("name");
+  keepShown(label, *widget, [&label, widget, isStatus, isName] {
+    const QString text = qString(label.text());
+    const bool isNews = isStatus && !text.isEmpty() && text != widget->text();
+    widget->setText(text);
+    if (isNews) sendAlert(*widget);
+    if (!isName) setTextColour(*widget, label.colour());
   });
 }
 
@@ -116,7 +131,8 @@ void Binder::visit(Button& button) {
     const bool isFormText = qString(button.title()) == withoutMnemonic(formText);
     widget->setText(isFormText ? formText : withoutMnemonics(button.title()));
     if (!button.toolTip().empty()) widget->setToolTip(qString(button.toolTip()));
-    if (widget->text().isEmpty()) widget->setAccessibleName(widget->toolTip());
+    if (widget->text().isEmpty() && widget->accessibleName().isEmpty())
+      widget->setAccessibleName(widget->toolTip());
   });
   QObject::connect(widget, &QAbstractButton::clicked, widget, [&button] { button.press(); });
 }
@@ -257,11 +273,13 @@ QItemSelection selectionOf(const Table& table, const TableModel& model) {
 
 // The selection of the view follows the table's, and the other way round. What the user does is told once,
 // with the rows as they are then.
-void bindSelection(Table& table, TableView& view, TableModel& model) {
-  QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &view, [&table, &view] {
-    if (view.property("showingSelection").toBool()) return;
-    table.userSelects(view.selectedRowIndexes());
-  });
+void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::selectionChanged, &view,
+                   [&table, &view, changed = changed_] {
+                     if (view.property("showingSelection").toBool()) return;
+                     table.userSelects(view.selectedRowIndexes());
+                     if (changed) changed();
+                   });
   QObject::connect(&view, &TableView::activatedRow, &view,
                    [&table](int row) { table.userDoubleClicks(row); });
   auto* columns = model.kind() == TableModel::Kind::Numbered ? new PreviewColumns(view) : nullptr;
@@ -327,9 +345,9 @@ void showPageInFront(QWidget& page) {
   }
 }
 
-std::vector<QString> bindControls(Window& window, QWidget& form) {
+std::vector<QString> bindControls(Window& window, QWidget& form, std::function<void()> changed) {
   std::vector<QString> missing;
-  Binder binder(form);
+  Binder binder(form, std::move(changed));
   for (Control* control : window.controls())
     if (!binder.bind(*control)) missing.push_back(nameOf(*control));
   return missing;

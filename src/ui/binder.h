@@ -13,8 +13,9 @@
 namespace quillet::ui {
 
 // The controls of the window to widgets below the form. Returns the names of controls for which the form has
-// no widget of the right kind; the application leaves none.
-std::vector<QString> bindControls(Window& window, QWidget& form);
+// no widget of the right kind; the application leaves none. What is changed by the application or selected by
+// the user is told after it is shown.
+std::vector<QString> bindControls(Window& window, QWidget& form, std::function<void()> changed = {});
 
 // Of several pages in one place, the one that is shown: the last that its control does not hide.
 void showPageInFront(QWidget& page);

@@ -1,7 +1,6 @@
 #include "ui/grid_view.h"
 
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -12,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/accessible_events.h"
 #include "ui/fitted_width.h"
 #include "ui/row_delegates.h"
 #include "ui/text_conversion.h"
@@ -188,8 +188,21 @@ void GridView::showFocus() {
                                           static_cast<int>(selection.focusedColumnIndex()));
   if (!index.isValid() || index == currentIndex()) return;
   setCurrentIndex(index);
+  tellFocusedCell();
+}
+
+// Not Qt's own way, which would tell the cell once more.
+void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QAbstractItemView::currentChanged(current, previous);  // NOLINT(bugprone-parent-virtual-call)
+}
+
+// The number of a cell among the parts of the table for a screen reader counts the headers too.
+void GridView::tellFocusedCell() {
+  if (!hasFocus() || !currentIndex().isValid()) return;
+  const int columns = model_->columnCount() + 1;
   QAccessibleEvent event(this, QAccessible::Focus);
-  QAccessible::updateAccessibility(&event);
+  event.setChild((currentIndex().row() + 1) * columns + currentIndex().column() + 1);
+  quillet::ui::tellReaders(event);
 }
 
 void GridView::keyPressEvent(QKeyEvent* event) {
@@ -247,6 +260,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 void GridView::focusInEvent(QFocusEvent* event) {
   TableView::focusInEvent(event);
   viewport()->update();
+  tellFocusedCell();
 }
 
 void GridView::focusOutEvent(QFocusEvent* event) {

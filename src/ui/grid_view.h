@@ -49,6 +49,7 @@ class GridView final : public TableView {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
   bool focusNextPrevChild(bool next) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -59,6 +60,7 @@ class GridView final : public TableView {
   void fitColumnToText(int column);
   void tellWidth();
   void showFocus();
+  void tellFocusedCell();
 
   quillet::ClipboardGroup* group_ = nullptr;
   quillet::ui::GridModel* model_ = nullptr;

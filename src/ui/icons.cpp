@@ -1,6 +1,7 @@
 #include "ui/icons.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QIconEngine>
 #include <QMap>
 #include <QPainter>
@@ -20,10 +21,13 @@ QByteArray drawing(const QString& name) {
 // Paints a drawing whose strokes are "currentColor".
 class DrawingEngine final : public QIconEngine {
  public:
-  DrawingEngine(QByteArray svg, QColor colour) : svg_(std::move(svg)), colour_(colour) {}
+  DrawingEngine(QByteArray svg, IconOn on) : svg_(std::move(svg)), on_(on) {}
 
+  // In the colour of the moment: the palette may change while the icon stands.
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override {
-    QColor colour = mode == QIcon::Selected ? QColor(Qt::white) : colour_;
+    const Colours& colours = coloursOf(QGuiApplication::palette());
+    const bool isOnSelection = mode == QIcon::Selected || on_ == IconOn::Selection;
+    QColor colour = isOnSelection ? colours.selectedText : colours.icon;
     if (mode == QIcon::Disabled) colour.setAlphaF(0.4F);
     QByteArray svg = svg_;
     svg.replace("currentColor", colour.name(QColor::HexRgb).toLatin1());
@@ -42,20 +46,20 @@ class DrawingEngine final : public QIconEngine {
     return pixmap;
   }
 
-  QIconEngine* clone() const override { return new DrawingEngine(svg_, colour_); }
+  QIconEngine* clone() const override { return new DrawingEngine(svg_, on_); }
 
  private:
   QByteArray svg_;
-  QColor colour_;
+  IconOn on_;
 };
 
 }  // namespace
 
-QIcon icon(const QString& name, const QPalette& palette) {
+QIcon icon(const QString& name, IconOn on) {
   static QMap<QString, QByteArray> drawings;
   auto found = drawings.find(name);
   if (found == drawings.end()) found = drawings.insert(name, drawing(name));
-  return found->isEmpty() ? QIcon() : QIcon(new DrawingEngine(*found, coloursOf(palette).icon));
+  return found->isEmpty() ? QIcon() : QIcon(new DrawingEngine(*found, on));
 }
 
 }  // namespace quillet::ui

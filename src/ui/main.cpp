@@ -11,12 +11,12 @@
 #include <vector>
 
 #include "ui/catalogue_translator.h"
+#include "ui/desktop_look.h"
 #include "ui/guide_pictures.h"
 #include "ui/quillet_application.h"
 #include "ui/screenshots.h"
 #include "ui/single_instance.h"
 #include "ui/termination_signals.h"
-#include "ui/theme.h"
 
 namespace {
 
@@ -69,7 +69,7 @@ void prepare() {
 }
 
 int run(QApplication& qt, const SingleInstance& instance, const StartRequest& request) {
-  quillet::ui::applyTheme(qt, quillet::ui::schemeOfDesktop());
+  const quillet::ui::LookFollower look(qt, quillet::ui::lookOfDesktop());
   quillet::ui::QuilletApplication quillet(std::make_shared<quillet::UserFolders>());
   QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")));
   const quillet::ui::TerminationSignals termination([&quillet] { quillet.terminate(); });

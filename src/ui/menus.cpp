@@ -395,6 +395,7 @@ void addMenus(QMainWindow& window, MenuOf menuOf, const MenuActions& actions) {
   bar.addMenu(builder.menu("&Help"));
   builder.add(kHelp);
   connectTo(builder.addAction(translated("About Quillet"), nullptr), actions.about);
+  connectTo(builder.addAction(translated("User Guide"), nullptr), actions.guide);
 }
 
 namespace {
@@ -458,6 +459,11 @@ QMenu* newJobsMenu(QWidget* parent, const MenuActions& actions) {
   connectTo(builder.addAction(translated("Rename"), nullptr), actions.renameJob);
   builder.add(kDeleteJobs);
   return menu;
+}
+
+void updateMenus(const QMenuBar& bar) {
+  for (const QAction* action : bar.actions())
+    if (QMenu* menu = action->menu()) emit menu->aboutToShow();
 }
 
 std::vector<std::string> commandsOfMenus() {

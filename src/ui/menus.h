@@ -1,10 +1,11 @@
 // The menus of the three windows, from one table: which item stands where, its shortcut, and the command that
-// it performs. Whether a command is on is asked when its menu opens, and again when it is chosen, since a
-// shortcut needs no menu.
+// it performs. Whether a command is on is asked when its menu opens, when what decides it changes, and again
+// when it is chosen.
 #pragma once
 
 #include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,6 +23,7 @@ struct MenuActions {
   std::function<void()> close;
   std::function<void()> quit;
   std::function<void()> about;
+  std::function<void()> guide;
   std::function<void(int rows)> moveSelectedRows;  // -1 up, 1 down; of the table with the focus
   std::function<void(int tag)> choosePreview;
   std::function<int()> previewType;
@@ -37,6 +39,9 @@ struct MenuActions {
 
 // Fills the window's menu bar.
 void addMenus(QMainWindow& window, MenuOf menuOf, const MenuActions& actions);
+
+// Asks for each item whether it is on, as when its menu opens: a shortcut is to follow without that.
+void updateMenus(const QMenuBar& bar);
 
 // The menu of the operations that can be added; of the toolbar's Perform; context menus. Owned by the parent.
 QMenu* newAddOperationMenu(QWidget* parent, const MenuActions& actions);

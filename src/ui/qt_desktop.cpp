@@ -229,7 +229,12 @@ void QtDesktop::beginSheet(Window& sheet, WindowName parent) {
 
 void QtDesktop::endSheet(Window& sheet) {
   sheet.hide();
-  if (QWidget* widget = widgetOf(sheet)) widget->hide();
+  QWidget* widget = widgetOf(sheet);
+  if (!widget) return;
+  // Not every desktop gives the keys back to the window by itself.
+  const bool hasKeys = widget->isActiveWindow();
+  widget->hide();
+  if (hasKeys && widget->parentWidget()) widget->parentWidget()->window()->activateWindow();
 }
 
 const Window* QtDesktop::keyWindow() const {

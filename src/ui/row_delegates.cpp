@@ -66,7 +66,7 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   const QRect rect = option.rect.adjusted(10, 0, -8, 0);
   const QRect iconRect(rect.left(), rect.center().y() - kIconSize / 2 + 1, kIconSize, kIconSize);
   const bool white = isSelected(option) && isActive(option);
-  icon(index.data(TableModel::IconRole).toString(), option.palette)
+  icon(index.data(TableModel::IconRole).toString())
       .paint(painter, iconRect, Qt::AlignCenter, white ? QIcon::Selected : QIcon::Normal);
 
   const QRect texts = rect.adjusted(kIconSize + 12, 0, 0, 0);

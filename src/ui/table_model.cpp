@@ -62,12 +62,22 @@ std::u16string TableModel::text(int row, int column) const {
 QVariant TableModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= shownSize().rows) return {};
   if (kind_ == Kind::Operations) return operationData(index, role);
+  if (role == Qt::AccessibleTextRole) return accessibleText(index);
   if (role == Qt::DisplayRole || role == Qt::EditRole)
     return qString(text(index.row(), index.column() + firstColumn()));
   if (role == MissingRole) return isMissing_ && isMissing_(index.row(), index.column());
   if (role == BadgeRole && kind_ == Kind::Jobs && index.column() == kJobName)
     return qString(text(index.row(), static_cast<int>(kJobBadge)));
   return {};
+}
+
+QString TableModel::accessibleText(const QModelIndex& index) const {
+  if (data(index, MissingRole).toBool()) return tr("missing");
+  QString shown = data(index, Qt::DisplayRole).toString();
+  const QString badge = data(index, BadgeRole).toString();
+  if (badge.isEmpty()) return shown;
+  const QString kind = badge == QLatin1String("C") ? tr("clipboard job") : tr("file job");
+  return QString(shown + QLatin1String(", ") + kind);
 }
 
 QVariant TableModel::operationData(const QModelIndex& index, int role) const {

@@ -50,6 +50,7 @@ class TableModel final : public SizedModel {
   static int firstColumn(Kind kind) { return kind == Kind::Numbered ? 1 : 0; }
   const Table::Row& row(int row) const;
   std::u16string text(int row, int column) const;
+  QString accessibleText(const QModelIndex& index) const;
   QVariant operationData(const QModelIndex& index, int role) const;
   static int columnsOf(const Table& table, Kind kind);
 

@@ -59,7 +59,8 @@ void TableView::showColumnWidths(const quillet::Table& table, int firstColumn) {
   shownColumns_ = table.columnsVersion();
   QHeaderView* header = horizontalHeader();
   const QSignalBlocker silence(header);
-  const bool updates = header->updatesEnabled();
+  // Also where a parent of the view has them off for the moment, which must not stay.
+  const bool updates = !header->testAttribute(Qt::WA_ForceUpdatesDisabled);
   header->setUpdatesEnabled(false);
   const int available = static_cast<int>(table.columnCount()) - firstColumn;
   const int count = std::min(model()->columnCount(), available);

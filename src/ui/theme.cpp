@@ -1,18 +1,15 @@
 #include "ui/theme.h"
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusVariant>
-#include <QProxyStyle>
-#include <QStyleFactory>
+#include <QWidget>
+#include <utility>
+#include <vector>
+
+#include "ui/frame_style.h"
 
 namespace quillet::ui {
 
 namespace {
-
-constexpr int kPortalPatience = 500;  // milliseconds
-constexpr int kPrefersDark = 1;
 
 QColor rgb(QRgb value) {
   return QColor::fromRgb(value);
@@ -59,31 +56,51 @@ QString headerStyle(const Colours& colours) {
       .arg(colours.header.name(), colours.headerText.name(), line);
 }
 
-// Fusion leaves a button's text hardly more room than it takes.
-class HouseStyle final : public QProxyStyle {
- public:
-  HouseStyle() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+// One of our palettes, whatever colour of text a label has got.
+bool isOurs(const QPalette& palette, const Colours& ours) {
+  return palette.color(QPalette::Active, QPalette::Base) == ours.base &&
+         palette.color(QPalette::Active, QPalette::Window) == ours.window;
+}
 
-  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                QStyleHintReturn* data) const override {
-    return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0
-                                                       : QProxyStyle::styleHint(hint, option, widget, data);
-  }
+// So much of the text's colour on the other.
+QColor mixed(const QColor& back, const QColor& text, float share) {
+  const auto part = [&](float one, float other) { return one + (other - one) * share; };
+  return QColor::fromRgbF(part(back.redF(), text.redF()), part(back.greenF(), text.greenF()),
+                          part(back.blueF(), text.blueF()));
+}
 
-  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
-                         const QWidget* widget) const override {
-    constexpr int kRoom = 10;  // pixels, for both sides
-    QSize whole = QProxyStyle::sizeFromContents(type, option, size, widget);
-    if (type == CT_PushButton && whole.width() < size.width() + 2 * kRoom)
-      whole.setWidth(size.width() + 2 * kRoom);
-    return whole;
-  }
-};
+// What we draw by ourselves, in a palette of the system: from its colours alone, so that a high contrast
+// stays one.
+Colours coloursFrom(const QPalette& palette, const Colours& ours) {
+  constexpr float kBarely = 0.2F;
+  constexpr float kClearly = 0.46F;
+  const auto colour = [&](QPalette::ColorRole role) { return palette.color(QPalette::Active, role); };
+  Colours colours = ours;
+  colours.window = colour(QPalette::Window);
+  colours.base = colour(QPalette::Base);
+  colours.alternate = colour(QPalette::AlternateBase);
+  colours.text = colour(QPalette::Text);
+  colours.secondary = colours.icon = colour(QPalette::WindowText);
+  colours.placeholder = colour(QPalette::PlaceholderText);
+  colours.link = colour(QPalette::Link);
+  colours.selectedFill = colour(QPalette::Highlight);
+  colours.selectedText = colours.missingSelected = colour(QPalette::HighlightedText);
+  colours.cellUnfocused = mixed(colours.base, colours.text, kClearly);
+  colours.cellUnfocusedText = schemeOf(palette) == Scheme::Dark ? Qt::white : Qt::black;
+  colours.selectedRow = mixed(colours.base, colours.text, kBarely);
+  colours.selectedRowDetail = colours.text;
+  colours.header = colour(QPalette::Button);
+  colours.headerText = colour(QPalette::ButtonText);
+  colours.missing = mixed(colours.base, colours.text, kClearly);
+  colours.columnLine = colours.paneLine = mixed(colours.base, colours.text, kBarely);
+  return colours;
+}
 
 }  // namespace
 
 Scheme schemeOf(const QPalette& palette) {
-  return palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness()
+  return palette.color(QPalette::Active, QPalette::Base).lightness() <
+                 palette.color(QPalette::Active, QPalette::Text).lightness()
              ? Scheme::Dark
              : Scheme::Light;
 }
@@ -93,7 +110,15 @@ const Colours& coloursOf(Scheme scheme) {
 }
 
 const Colours& coloursOf(const QPalette& palette) {
-  return coloursOf(schemeOf(palette));
+  const Colours& ours = coloursOf(schemeOf(palette));
+  if (isOurs(palette, ours)) return ours;
+  static qint64 key = 0;
+  static Colours theirs;
+  if (key != palette.cacheKey()) {
+    theirs = coloursFrom(palette, ours);
+    key = palette.cacheKey();
+  }
+  return theirs;
 }
 
 QPalette paletteOf(Scheme scheme) {
@@ -110,6 +135,7 @@ QPalette paletteOf(Scheme scheme) {
   palette.setColor(QPalette::ToolTipText, colours.text);
   palette.setColor(QPalette::PlaceholderText, colours.placeholder);
   palette.setColor(QPalette::Link, colours.link);
+  palette.setColor(QPalette::LinkVisited, colours.link);
   palette.setColor(QPalette::Highlight, colours.selectedFill);
   palette.setColor(QPalette::HighlightedText, colours.selectedText);
   for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
@@ -118,24 +144,28 @@ QPalette paletteOf(Scheme scheme) {
   return palette;
 }
 
-// The desktop portal knows it, where there is one.
-Scheme schemeOfDesktop() {
-  QDBusMessage question = QDBusMessage::createMethodCall(
-      QStringLiteral("org.freedesktop.portal.Desktop"), QStringLiteral("/org/freedesktop/portal/desktop"),
-      QStringLiteral("org.freedesktop.portal.Settings"), QStringLiteral("Read"));
-  question << QStringLiteral("org.freedesktop.appearance") << QStringLiteral("color-scheme");
-  const QDBusMessage answer = QDBusConnection::sessionBus().call(question, QDBus::Block, kPortalPatience);
-  if (answer.type() != QDBusMessage::ReplyMessage || answer.arguments().isEmpty()) return Scheme::Light;
-  QVariant value = answer.arguments().constFirst();
-  while (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
-  return value.toInt() == kPrefersDark ? Scheme::Dark : Scheme::Light;
+void applySpaces(QApplication& application, const QPalette& palette) {
+  // A new style sheet takes the fonts off the widgets that have their own.
+  std::vector<std::pair<QWidget*, QFont>> fonts;
+  for (QWidget* widget : QApplication::allWidgets())
+    if (widget->testAttribute(Qt::WA_SetFont)) fonts.emplace_back(widget, widget->font());
+  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + lineStyle(coloursOf(palette)) +
+                            headerStyle(coloursOf(palette)));
+  for (const auto& [widget, font] : fonts) widget->setFont(font);
+}
+
+void applyTheme(QApplication& application, const QPalette& palette) {
+  // Once: it draws with whatever palette there is.
+  constexpr const char* kHasStyle = "hasFrameStyle";
+  if (!application.property(kHasStyle).toBool()) QApplication::setStyle(new FrameStyle);
+  // The application owns it. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
+  application.setProperty(kHasStyle, true);
+  QApplication::setPalette(palette);
+  applySpaces(application, palette);
 }
 
 void applyTheme(QApplication& application, Scheme scheme) {
-  QApplication::setStyle(new HouseStyle);
-  QApplication::setPalette(paletteOf(scheme));
-  application.setStyleSheet(QString::fromUtf8(kStyleSheet) + lineStyle(coloursOf(scheme)) +
-                            headerStyle(coloursOf(scheme)));
+  applyTheme(application, paletteOf(scheme));
 }
 
 QFont fixedWidthFont() {

@@ -32,12 +32,15 @@ enum class Scheme { Light, Dark };
 // By the lightness of the palette.
 Scheme schemeOf(const QPalette& palette);
 const Colours& coloursOf(Scheme scheme);
+// Of a palette that is not ours they are made from its own; they stand until the next such call.
 const Colours& coloursOf(const QPalette& palette);
 QPalette paletteOf(Scheme scheme);
 
-// Gives the style, its palette and the spaces of the house.
+// Fusion with this palette; all windows are drawn anew. The forced scheme is for pictures.
+void applyTheme(QApplication& application, const QPalette& palette);
 void applyTheme(QApplication& application, Scheme scheme);
-Scheme schemeOfDesktop();
+// What the house adds to any style; the colours are those of the palette.
+void applySpaces(QApplication& application, const QPalette& palette);
 
 QFont fixedWidthFont();  // 13 pixels
 

@@ -80,6 +80,15 @@ class Clipboard : public UserTest {
   std::string status() { return text("clipboardDataWindowStatusLabel"); }
 };
 
+TEST_F(Clipboard, TheHeadersArePaintedWhenTheGridComesInThePlaceOfTheText) {
+  open("a,b\nc,d");
+  const QColor header = ui::coloursOf(grid().palette()).header;
+  for (QHeaderView* shown : {grid().horizontalHeader(), grid().verticalHeader()}) {
+    const QImage image = shown->viewport()->grab().toImage();
+    EXPECT_EQ(image.pixelColor(2, 2), header);
+  }
+}
+
 TEST_F(Clipboard, ItsWindowOpensWithHelpAndARefreshButton) {
   launch();
   QApplication::clipboard()->setText(QStringLiteral("a,b"));
