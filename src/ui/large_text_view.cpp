@@ -137,9 +137,12 @@ void LargeTextView::paintLine(QPainter& painter, qsizetype line, int y) const {
     range.format.setForeground(palette().highlightedText());
     selections.append(range);
   }
-  layout.draw(&painter, QPointF(kMargin, y), selections);
+  // A font that steps in for a character may be higher; the lines stand evenly all the same.
+  const qreal ascent = layout.lineCount() ? layout.lineAt(0).ascent() : 0;
+  const QPointF at(kMargin, y + QFontMetricsF(font()).ascent() - ascent);
+  layout.draw(&painter, at, selections);
   if (hasFocus() && caret_ >= start && caret_ <= end)
-    layout.drawCursor(&painter, QPointF(kMargin, y), static_cast<int>(caret_ - start));
+    layout.drawCursor(&painter, at, static_cast<int>(caret_ - start));
 }
 
 qsizetype LargeTextView::positionInLine(qsizetype line, qreal x) const {
