@@ -284,7 +284,6 @@ void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
                    [&table](int row) { table.userDoubleClicks(row); });
   auto* columns = model.kind() == TableModel::Kind::Numbered ? new PreviewColumns(view) : nullptr;
   QObject::connect(&view, &TableView::columnResized, &view, [&table, &model, columns](int column, int width) {
-    if (columns && columns->isFitting()) return;
     if (columns) columns->userResizes(column, width);
     table.userResizesColumn(model.tableColumn(column), width);
   });

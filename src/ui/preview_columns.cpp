@@ -36,11 +36,10 @@ int PreviewColumns::widthOfTexts(int column) const {
   return std::min(width + kAround, kMost);
 }
 
-void PreviewColumns::show(int column, int width) {
-  if (view_.columnWidth(column) != width) view_.setColumnWidth(column, width);
-}
-
 void PreviewColumns::forget() {
+  for (int column = 0; column < static_cast<int>(grown_.size()); ++column)
+    view_.showColumnWidth(column, kLeast);
+  for (const auto& [column, width] : byUser_) view_.showColumnWidth(column, kLeast);
   grown_.clear();
   byUser_.clear();
   fit();
@@ -49,15 +48,13 @@ void PreviewColumns::forget() {
 void PreviewColumns::fit() {
   const int count = view_.model()->columnCount();
   grown_.resize(static_cast<std::size_t>(std::min(count, kMostColumns)), kLeast);
-  fitting_ = true;
   for (int column = 0; column < static_cast<int>(grown_.size()); ++column) {
     int& width = grown_[static_cast<std::size_t>(column)];
-    width = std::max(width, widthOfTexts(column));
-    if (!byUser_.count(column)) show(column, width);
+    width = std::max({width, view_.columnWidth(column), widthOfTexts(column)});
+    if (!byUser_.count(column)) view_.showColumnWidth(column, width);
   }
   for (const auto& [column, width] : byUser_)
-    if (column < count) show(column, width);
-  fitting_ = false;
+    if (column < count) view_.showColumnWidth(column, width);
 }
 
 }  // namespace quillet::ui

@@ -18,22 +18,18 @@ class PreviewColumns final : public QObject {
   // The view owns it.
   explicit PreviewColumns(TableView& view);
 
-  // After the texts have changed. Told of no column but the user's.
+  // After the texts have changed.
   void fit();
   // Begins anew.
   void forget();
-  // Whether fit() is at work, which makes the view tell of widths that are not the user's.
-  bool isFitting() const { return fitting_; }
   void userResizes(int column, int width) { byUser_[column] = width; }
 
  private:
   int widthOfTexts(int column) const;
-  void show(int column, int width);
 
   TableView& view_;
   std::vector<int> grown_;  // pixels, of the first columns
   std::map<int, int> byUser_;
-  bool fitting_ = false;
 };
 
 }  // namespace quillet::ui

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <algorithm>
 #include <utility>
@@ -25,8 +26,9 @@ TableView::TableView(QWidget* parent) : QTableView(parent) {
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->hide();
   horizontalHeader()->setSectionsMovable(false);
-  connect(horizontalHeader(), &QHeaderView::sectionResized, this,
-          [this](int column, int, int width) { emit columnResized(column, width); });
+  connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
+    if (!showsWidth_) emit columnResized(column, width);
+  });
   horizontalHeader()->setHighlightSections(false);
   verticalHeader()->setHighlightSections(false);
   // The application says how wide a column becomes by a double click on its divider.
@@ -51,6 +53,12 @@ void TableView::applyRowHeight() {
   verticalHeader()->setMinimumSectionSize(0);
   verticalHeader()->setDefaultSectionSize(height);
   verticalHeader()->setMinimumSectionSize(height);
+}
+
+void TableView::showColumnWidth(int column, int width) {
+  if (columnWidth(column) == width) return;
+  const QScopedValueRollback<bool> showing(showsWidth_, true);
+  setColumnWidth(column, width);
 }
 
 // The header is told as a whole: each column alone would move all behind it.

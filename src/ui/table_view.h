@@ -29,6 +29,9 @@ class TableView : public QTableView {
   // it is. Nothing while the table has the columns of the last call.
   void showColumnWidths(const quillet::Table& table, int firstColumn);
 
+  // Gives a column a width, in logical pixels, that is not the user's.
+  void showColumnWidth(int column, int width);
+
   // How rows are dragged, and what is taken. Rows count from 0.
   struct Drops {
     QString mimeType;  // of this table's own rows
@@ -44,7 +47,7 @@ class TableView : public QTableView {
   void setKeyFilter(std::function<bool(const QKeyEvent& event)> filter) { keyFilter_ = std::move(filter); }
 
  signals:
-  void columnResized(int column, int width);  // not by showColumnWidths
+  void columnResized(int column, int width);  // by the user
   void activatedRow(int row);                 // by a double click
   void moveAsked(int direction);              // Alt with an arrow: -1 up, 1 down
 
@@ -67,6 +70,7 @@ class TableView : public QTableView {
   QString emptyText_;
   int rowHeight_ = 22;
   std::uint64_t shownColumns_ = 0;  // their version
+  bool showsWidth_ = false;
   Drops drops_;
   std::function<bool(const QKeyEvent& event)> keyFilter_;
   int dropRow_ = -1;
