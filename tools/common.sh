@@ -7,12 +7,12 @@ readonly QUILLET_PACKAGES=(
   libicu-dev libsqlite3-dev nlohmann-json3-dev
   qt6-base-dev qt6-svg-dev
   libgtest-dev libbenchmark-dev
-  desktop-file-utils appstream fonts-dejavu-core
+  desktop-file-utils appstream fonts-dejavu-core python3-markdown qt6-translations-l10n dbus-daemon
 )
 # What shows windows where nobody sees them, and moves hands before them, beside these.
 readonly QUILLET_SCREEN_PACKAGES=(xvfb xauth xdotool)
 # What makes a Debian package, beside these.
-readonly QUILLET_DEB_PACKAGES=(dpkg-dev file python3-markdown)
+readonly QUILLET_DEB_PACKAGES=(dpkg-dev file)
 # What the fuzz targets need beside these. The tests go on without them.
 readonly QUILLET_FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 # The programs behind the packages, to judge a system whose packages have other names.
