@@ -109,6 +109,8 @@ DesktopLook lookOfDesktop() {
 
 LookFollower::LookFollower(QApplication& application, DesktopLook desktop)
     : application_(application), desktop_(std::move(desktop)) {
+  // Qt knows the type of the value by its name only, and only when somebody has told it.
+  qRegisterMetaType<QDBusVariant>("QDBusVariant");
   QDBusConnection::sessionBus().connect(kPortal, kPortalPath, kSettings, QStringLiteral("SettingChanged"),
                                         this, SLOT(settingChanged(QString, QString, QDBusVariant)));
   apply();
