@@ -162,11 +162,9 @@ void measureMainThread() {
 }  // namespace quillet::bench
 
 int main(int argc, char** argv) {
-  quillet::bench::useOffscreenPlatform();
-  QApplication application(argc, argv);
-  QApplication::setQuitOnLastWindowClosed(false);
-  quillet::ui::applyTheme(application, quillet::ui::Scheme::Light);
-  std::printf("%-46s %10s\n", "longest gap, milliseconds", "");
-  quillet::bench::measureRun(argc > 1 ? std::stoul(argv[1]) : 1'000);
-  quillet::bench::measureMainThread();
+  quillet::bench::withWindows(argc, argv, [&] {
+    std::printf("%-46s %10s\n", "longest gap, milliseconds", "");
+    quillet::bench::measureRun(argc > 1 ? std::stoul(argv[1]) : 1'000);
+    quillet::bench::measureMainThread();
+  });
 }

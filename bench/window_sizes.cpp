@@ -369,14 +369,12 @@ const Part kParts[] = {
 }  // namespace quillet::bench
 
 int main(int argc, char** argv) {
-  quillet::bench::useOffscreenPlatform();
-  QApplication application(argc, argv);
-  QApplication::setQuitOnLastWindowClosed(false);
-  quillet::ui::applyTheme(application, quillet::ui::Scheme::Light);
-  for (const auto& part : quillet::bench::kParts) {
-    if (argc > 1 && std::string(part.heading).find(argv[1]) == std::string::npos) continue;
-    quillet::bench::Measures measures;
-    for (const int size : {part.size / 10, part.size}) part.measure(measures, size);
-    measures.print(part.heading);
-  }
+  quillet::bench::withWindows(argc, argv, [&] {
+    for (const auto& part : quillet::bench::kParts) {
+      if (argc > 1 && std::string(part.heading).find(argv[1]) == std::string::npos) continue;
+      quillet::bench::Measures measures;
+      for (const int size : {part.size / 10, part.size}) part.measure(measures, size);
+      measures.print(part.heading);
+    }
+  });
 }

@@ -82,8 +82,14 @@ inline double residentMegabytes() {
   return resident * 4096 / 1e6;
 }
 
-inline void useOffscreenPlatform() {
+// On a screen that nobody sees, unless the platform is chosen.
+template <typename Measure>
+void withWindows(int argc, char** argv, Measure measure) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  ui::applyTheme(application, ui::Scheme::Light);
+  measure();
 }
 
 }  // namespace quillet::bench

@@ -137,6 +137,16 @@ void dressLabels(QWidget& form) {
   }
 }
 
+void showAbout(QWidget& window) {
+  auto* box = new QMessageBox(&window);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowTitle(QObject::tr("About Quillet"));
+  box->setIconPixmap(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")).pixmap(64));
+  box->setText(QStringLiteral("Quillet ") + QCoreApplication::applicationVersion());
+  box->setInformativeText(QObject::tr("Quillet prepares delimited text data."));
+  box->open();
+}
+
 }  // namespace
 
 ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desktop,
@@ -311,10 +321,7 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
   actions.isEnabled = [this](const std::string& command) { return application_.validateMenuItem(command); };
   actions.close = [this, &window] { widget(window.name())->close(); };
   actions.quit = quit_;
-  actions.about = [this, &window] {
-    QMessageBox::about(widget(window.name()), tr("About Quillet"),
-                       tr("Quillet prepares delimited text data."));
-  };
+  actions.about = [this, &window] { showAbout(*widget(window.name())); };
   actions.guide = [this] {
     const std::string page = guidePage(QCoreApplication::applicationDirPath());
     if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});

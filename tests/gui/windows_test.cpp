@@ -73,6 +73,16 @@ TEST_F(Windows, KeepTheirSizeAndTheirPanes) {
   EXPECT_EQ(widget<QSplitter>("mainSplitView").sizes(), sizes);
 }
 
+// The window answers while the box is open: only a sheet of it.
+TEST_F(Windows, AboutTellsTheVersionInASheet) {
+  launch();
+  QCoreApplication::setApplicationVersion(QStringLiteral("1.2.3"));
+  chooseMenu("window", "Help", "About Quillet");
+  EXPECT_EQ(alert().text(), QStringLiteral("Quillet 1.2.3"));
+  EXPECT_EQ(alert().windowModality(), Qt::WindowModal);
+  press(Qt::Key_Escape);
+}
+
 TEST_F(Windows, HelpOpensItsPage) {
   launch();
   press(Qt::Key_F1);
