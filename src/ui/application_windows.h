@@ -53,7 +53,6 @@ class ApplicationWindows final : public QObject {
   void addKeys();
   void addPaneKeys(std::string_view window, const QStringList& panes);
   void addContextMenus();
-  void moveSelectedRows(int rows);
   void moveSelectedRows(TableView& view, int rows);
   bool close(Window& window);
   Window* windowOf(const QObject* widget) const;
