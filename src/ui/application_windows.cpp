@@ -171,6 +171,13 @@ QWidget* ApplicationWindows::widget(std::string_view window) const {
   return found == widgets_.end() ? nullptr : found->second.get();
 }
 
+bool ApplicationWindows::hasSheet(std::string_view window) const {
+  const QWidget* parent = widget(window);
+  return std::any_of(widgets_.begin(), widgets_.end(), [parent](const auto& form) {
+    return form.second->isVisible() && form.second->parentWidget() == parent;
+  });
+}
+
 Window* ApplicationWindows::windowOf(const QObject* widget) const {
   for (const auto& [name, form] : widgets_)
     if (form.get() == widget) return application_.interface().window(name);

@@ -23,6 +23,8 @@ class ApplicationWindows final : public QObject {
   ~ApplicationWindows() override;
 
   QWidget* widget(std::string_view window) const;  // null when there is none
+  // Whether a sheet of the application, which is no alert, stands before the window.
+  bool hasSheet(std::string_view window) const;
   const std::vector<QString>& controlsWithoutWidget() const { return controlsWithoutWidget_; }
 
  protected:

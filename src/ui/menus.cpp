@@ -344,8 +344,8 @@ void addOperationMenu(Builder& builder, QMenuBar& bar, const MenuActions& action
     QObject::connect(builder.current(), &QMenu::aboutToShow, action,
                      [action, actions] { action->setEnabled(actions.hasSelectedOperations()); });
   };
-  addMove("Move Up", "Alt+Up", -1);
-  addMove("Move Down", "Alt+Down", 1);
+  addMove(localizable("Move Up"), "Alt+Up", -1);
+  addMove(localizable("Move Down"), "Alt+Down", 1);
 }
 
 void addPreviewMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {
