@@ -181,6 +181,13 @@ QWidget* ApplicationWindows::widget(std::string_view window) const {
   return found == widgets_.end() ? nullptr : found->second.get();
 }
 
+bool ApplicationWindows::hasSheet(std::string_view window) const {
+  const QWidget* parent = widget(window);
+  return std::any_of(widgets_.begin(), widgets_.end(), [parent](const auto& form) {
+    return form.second->isVisible() && form.second->parentWidget() == parent;
+  });
+}
+
 Window* ApplicationWindows::windowOf(const QObject* widget) const {
   for (const auto& [name, form] : widgets_)
     if (form.get() == widget) return application_.interface().window(name);
@@ -326,7 +333,12 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
     const std::string page = guidePage(QCoreApplication::applicationDirPath());
     if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});
   };
-  actions.moveSelectedRows = [this](int rows) { moveSelectedRows(rows); };
+  actions.moveSelectedOperations = [this](int rows) {
+    moveSelectedRows(*find<TableView>("window", "operationsTableView"), rows);
+  };
+  actions.hasSelectedOperations = [this] {
+    return !find<TableView>("window", "operationsTableView")->selectedRowIndexes().isEmpty();
+  };
   actions.choosePreview = [this](int tag) {
     if (auto* popUp = dynamic_cast<PopUpButton*>(application_.interface().control("previewTypePopUpButton")))
       popUp->userSelects(tag);
@@ -626,13 +638,8 @@ void ApplicationWindows::addDrops() {
       });
 }
 
-// As a drop of the selected rows one gap further, of the table with the focus.
-void ApplicationWindows::moveSelectedRows(int rows) {
-  if (auto* view = qobject_cast<TableView*>(QApplication::focusWidget())) moveSelectedRows(*view, rows);
-}
-
-// The moved rows are selected afterwards, so that the next key moves them on. An operation stays between the
-// two ends.
+// As a drop of the selected rows one gap further. The moved rows are selected afterwards, so that the next
+// key moves them on. An operation stays between the two ends.
 void ApplicationWindows::moveSelectedRows(TableView& view, int rows) {
   const IndexSet selected = view.selectedRowIndexes();
   if (selected.isEmpty()) return;

@@ -23,6 +23,8 @@ class ApplicationWindows final : public QObject {
   ~ApplicationWindows() override;
 
   QWidget* widget(std::string_view window) const;  // null when there is none
+  // Whether a sheet of the application, which is no alert, stands before the window.
+  bool hasSheet(std::string_view window) const;
   const std::vector<QString>& controlsWithoutWidget() const { return controlsWithoutWidget_; }
 
  protected:
@@ -53,7 +55,6 @@ class ApplicationWindows final : public QObject {
   void addKeys();
   void addPaneKeys(std::string_view window, const QStringList& panes);
   void addContextMenus();
-  void moveSelectedRows(int rows);
   void moveSelectedRows(TableView& view, int rows);
   bool close(Window& window);
   Window* windowOf(const QObject* widget) const;

@@ -1,6 +1,7 @@
 #include "ui/binder.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QHeaderView>
@@ -32,7 +33,6 @@ namespace quillet::ui {
 namespace {
 
 constexpr const char* kHiddenPage = "hiddenPage";
-constexpr int kNoteRole = Qt::UserRole + 1;
 constexpr int kSpaceOfRows = 6;  // pixels; what rows have around their texts beyond cells
 
 QString nameOf(const Control& control) {
@@ -204,8 +204,12 @@ void Binder::visit(ComboBox& comboBox) {
     widget->addItem(qString(item.text));
     const int row = widget->count() - 1;
     widget->setItemData(row, qString(item.note), kNoteRole);
-    widget->setItemData(row, qString(item.note), Qt::ToolTipRole);
+    widget->setItemData(row, qString(item.text) + QLatin1Char(' ') + qString(item.note),
+                        Qt::AccessibleTextRole);
   }
+  widget->setItemDelegate(new NoteDelegate(widget));
+  // The list is as wide as its notes, however narrow the field is.
+  widget->view()->setMinimumWidth(widget->view()->sizeHintForColumn(0));
   widget->setCurrentIndex(-1);
   bindLine(comboBox, *widget->lineEdit(), *widget);
   QObject::connect(widget, &QComboBox::textActivated, widget,

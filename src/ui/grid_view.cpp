@@ -168,10 +168,30 @@ void GridView::listenToHeaders() {
   for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
     header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& point) {
+      selectForMenu(*header, header->logicalIndexAt(point));
       emit contextMenuRequestedAt(header->viewport()->mapToGlobal(point),
                                   header == verticalHeader() ? RowNumbers : Headers);
     });
   }
+}
+
+// As a right press in the grid: what is outside the selection becomes it. A number stands for its line and a
+// header for its column, of which a single cell may be selected.
+void GridView::selectForMenu(const QHeaderView& header, int section) {
+  if (section < 0) return;
+  const auto& selected = group_->data().selection().selected2DIndexSet();
+  const auto& cells = selected.rowIndexDictionary();
+  if (&header == verticalHeader()) {
+    const auto line = cells.find(section);
+    const bool hasCells = line != cells.end() && !line->second.isEmpty();
+    if (!hasCells && !selected.containsInfiniteRowIndex(section))
+      group_->table().mouseDown(section, 0, 1, {});
+    return;
+  }
+  const bool hasCells = std::any_of(cells.begin(), cells.end(),
+                                    [section](const auto& line) { return line.second.contains(section); });
+  if (!hasCells && !selected.containsInfiniteColumnIndex(section))
+    group_->table().didClickTableColumn(section + 1, {});
 }
 
 void GridView::refresh() {

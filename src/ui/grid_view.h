@@ -55,6 +55,7 @@ class GridView final : public TableView {
 
  private:
   void listenToHeaders();
+  void selectForMenu(const QHeaderView& header, int section);
   void mouseDown(const QPoint& position, int clickCount, Qt::KeyboardModifiers modifiers);
   void rowNumberDown(int row, int clickCount);
   void fitColumnToText(int column);

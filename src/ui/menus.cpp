@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QKeySequence>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <cstring>
 #include <span>
@@ -233,13 +234,29 @@ constexpr EditItem kEditItems[] = {
     {localizable("Cut"), QKeySequence::Cut, "cut"},
     {localizable("Copy"), QKeySequence::Copy, "copy"},
     {localizable("Paste"), QKeySequence::Paste, "paste"},
-    {localizable("Delete"), QKeySequence::UnknownKey, "del"},
+    {localizable("Delete"), QKeySequence::Delete, "del"},
     {localizable("Select All"), QKeySequence::SelectAll, "selectAll"},
 };
 
 bool hasSlot(const QObject* object, const char* slot) {
   const QByteArray signature = QByteArray(slot) + "()";
   return object && object->metaObject()->indexOfMethod(signature.constData()) >= 0;
+}
+
+// A field deletes too, though by no slot.
+QLineEdit* fieldToDeleteIn(QWidget* widget, const char* slot) {
+  return std::strcmp(slot, "del") == 0 ? qobject_cast<QLineEdit*>(widget) : nullptr;
+}
+
+bool canPerform(QWidget* widget, const char* slot) {
+  return hasSlot(widget, slot) || fieldToDeleteIn(widget, slot);
+}
+
+void perform(QWidget* widget, const char* slot) {
+  if (QLineEdit* field = fieldToDeleteIn(widget, slot))
+    field->del();
+  else if (hasSlot(widget, slot))
+    QMetaObject::invokeMethod(widget, slot);
 }
 
 // The grid has no texts of its own to cut; all of it is selected by the application.
@@ -251,19 +268,17 @@ void addFocusItems(Builder& builder, QMenu& menu, const MenuActions& actions) {
   for (const EditItem& item : kEditItems) {
     QAction* action = builder.addAction(translated(item.text), nullptr);
     // Shown only: the widget with the focus has the key itself.
-    if (item.shortcut != QKeySequence::UnknownKey) {
-      action->setShortcut(item.shortcut);
-      action->setShortcutContext(Qt::WidgetShortcut);
-    }
+    action->setShortcut(item.shortcut);
+    action->setShortcutContext(Qt::WidgetShortcut);
     const bool isSelectAll = std::strcmp(item.slot, "selectAll") == 0;
     QObject::connect(action, &QAction::triggered, action, [slot = item.slot, isSelectAll, actions] {
       QWidget* focused = QApplication::focusWidget();
       if (isGrid(focused) && isSelectAll) return actions.perform("rowsTableViewSelectAllMenuItemClicked");
-      if (hasSlot(focused, slot)) QMetaObject::invokeMethod(focused, slot);
+      perform(focused, slot);
     });
     QObject::connect(&menu, &QMenu::aboutToShow, action, [action, slot = item.slot, isSelectAll] {
-      const QWidget* focused = QApplication::focusWidget();
-      action->setEnabled(isGrid(focused) ? isSelectAll : hasSlot(focused, slot));
+      QWidget* focused = QApplication::focusWidget();
+      action->setEnabled(isGrid(focused) ? isSelectAll : canPerform(focused, slot));
     });
   }
 }
@@ -280,14 +295,14 @@ void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuAction
       QWidget* focused = QApplication::focusWidget();
       if (ofGrid)
         run();
-      else if (hasSlot(focused, slot))
-        QMetaObject::invokeMethod(focused, slot);
+      else
+        perform(focused, slot);
     });
     QObject::connect(&menu, &QMenu::aboutToShow, action, [action, ofGrid, name, word, wordWithName, slot] {
       const QString what = ofGrid ? name() : QString();
       action->setText(what.isEmpty() ? translated(word)
                                      : withoutMnemonics(localizedFormat(wordWithName, {u16String(what)})));
-      action->setEnabled(ofGrid ? !what.isEmpty() : hasSlot(QApplication::focusWidget(), slot));
+      action->setEnabled(ofGrid ? !what.isEmpty() : canPerform(QApplication::focusWidget(), slot));
     });
   };
   add(localizable("Undo"), localizable(u"Undo %@"), QKeySequence::Undo, actions.undoName, actions.undo,
@@ -323,8 +338,14 @@ void addOperationMenu(Builder& builder, QMenuBar& bar, const MenuActions& action
   builder.addOperations();
   builder.separator();
   builder.add(kEditOperation);
-  connectTo(builder.addAction(translated("Move Up"), nullptr), [actions] { actions.moveSelectedRows(-1); });
-  connectTo(builder.addAction(translated("Move Down"), nullptr), [actions] { actions.moveSelectedRows(1); });
+  const auto addMove = [&](const char* text, const char* shortcut, int rows) {
+    QAction* action = builder.addAction(translated(text), shortcut, "operationsTableView");
+    connectTo(action, [actions, rows] { actions.moveSelectedOperations(rows); });
+    QObject::connect(builder.current(), &QMenu::aboutToShow, action,
+                     [action, actions] { action->setEnabled(actions.hasSelectedOperations()); });
+  };
+  addMove(localizable("Move Up"), "Alt+Up", -1);
+  addMove(localizable("Move Down"), "Alt+Down", 1);
 }
 
 void addPreviewMenu(Builder& builder, QMenuBar& bar, const MenuActions& actions) {

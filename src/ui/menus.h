@@ -24,7 +24,8 @@ struct MenuActions {
   std::function<void()> quit;
   std::function<void()> about;
   std::function<void()> guide;
-  std::function<void(int rows)> moveSelectedRows;  // -1 up, 1 down; of the table with the focus
+  std::function<void(int rows)> moveSelectedOperations;  // -1 up, 1 down
+  std::function<bool()> hasSelectedOperations;
   std::function<void(int tag)> choosePreview;
   std::function<int()> previewType;
   std::function<void()> renameJob;

@@ -60,6 +60,14 @@ QFileDialog* newPanel(std::u16string_view title, std::u16string_view prompt, QWi
   return panel;
 }
 
+// What stands before the window and has its keys: a sheet or an alert of it, or of the whole application.
+QWidget* modalBefore(QWidget& window) {
+  for (auto* dialog : window.findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
+    if (dialog->isVisible() && dialog->isModal()) return dialog;
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal && modal->windowModality() == Qt::ApplicationModal ? modal : nullptr;
+}
+
 QUrl folderOf(const std::string& path) {
   return QUrl::fromLocalFile(QFileInfo(QFile::decodeName(path.c_str())).absolutePath());
 }
@@ -201,6 +209,10 @@ void QtDesktop::makeKeyAndOrderFront(Window& window) {
   else
     widget->show();
   widget->raise();
+  if (QWidget* modal = modalBefore(*widget)) {
+    modal->raise();
+    widget = modal;
+  }
   widget->activateWindow();
 }
 

@@ -6,6 +6,7 @@
 #include <QFileOpenEvent>
 #include <QMetaObject>
 #include <QSessionManager>
+#include <utility>
 
 #include "platform/system_log.h"
 
@@ -73,6 +74,10 @@ void QuilletApplication::followSession() {
 }
 
 bool QuilletApplication::eventFilter(QObject* watched, QEvent* event) {
+  // The sheet that ends is not done yet with what is selected.
+  if (event->type() == QEvent::Hide && !waitingFiles_.empty())
+    QMetaObject::invokeMethod(
+        this, [this] { takeWaitingFiles(); }, Qt::QueuedConnection);
   if (watched != qApp) return QObject::eventFilter(watched, event);
   if (event->type() == QEvent::Quit) {
     // Not by closing all windows first: the session tells which were open.
@@ -92,12 +97,20 @@ void QuilletApplication::launch(const std::vector<std::string>& paths) {
   application_->applicationDidFinishLaunching();
 }
 
-// Qt's platforms look for the token where the desktop leaves it for a new process.
+// Qt's platforms look for the token where the desktop leaves it for a new process. New files are selected,
+// and a sheet works on those that are: it would change others than it was opened for.
 void QuilletApplication::receive(const StartRequest& request) {
   if (!request.activationToken.empty())
     qputenv(kActivationToken, QByteArray::fromStdString(request.activationToken));
-  application_->filesFromLaterStart(request.paths);
+  const bool waits = windows_->hasSheet(application_->windows().main.name());
+  if (waits) waitingFiles_.insert(waitingFiles_.end(), request.paths.begin(), request.paths.end());
+  application_->filesFromLaterStart(waits ? std::vector<std::string>() : request.paths);
   qunsetenv(kActivationToken);
+}
+
+void QuilletApplication::takeWaitingFiles() {
+  if (waitingFiles_.empty() || windows_->hasSheet(application_->windows().main.name())) return;
+  application_->filesFromLaterStart(std::exchange(waitingFiles_, {}));
 }
 
 void QuilletApplication::storeSession() {
@@ -109,6 +122,7 @@ void QuilletApplication::storeSession() {
 void QuilletApplication::terminate() {
   if (terminated_) return;
   terminated_ = true;
+  if (!waitingFiles_.empty()) application_->fileCommands().dropAtEnd(std::exchange(waitingFiles_, {}));
   storeSession();
   QCoreApplication::exit(0);
 }

@@ -22,7 +22,8 @@ class QuilletApplication final : public QObject {
 
   // The paths go to the application before its windows come up.
   void launch(const std::vector<std::string>& paths);
-  // What a later start hands over. The main window comes forward, also without files.
+  // What a later start hands over. The main window comes forward, also without files; behind a sheet of it
+  // they wait for the sheet's end.
   void receive(const StartRequest& request);
   // Stores the session and leaves the event loop. A run is not awaited.
   void terminate();
@@ -37,6 +38,7 @@ class QuilletApplication final : public QObject {
 
  private:
   void followSession();
+  void takeWaitingFiles();
   void storeSession();
   template <typename Action>
   void forEachMainWindow(Action action);
@@ -46,6 +48,7 @@ class QuilletApplication final : public QObject {
   WindowPlaces places_;
   std::unique_ptr<AppDelegate> application_;
   std::unique_ptr<ApplicationWindows> windows_;
+  std::vector<std::string> waitingFiles_;
   bool terminated_ = false;
 };
 

@@ -17,6 +17,7 @@ namespace {
 constexpr int kIconSize = 20;
 constexpr int kDetailSize = 12;
 constexpr int kBadgeSize = 18;
+constexpr int kLineGap = 3;  // pixels; between a title and its detail
 
 bool isSelected(const QStyleOptionViewItem& option) {
   return option.state.testFlag(QStyle::State_Selected);
@@ -76,7 +77,7 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   detail.setPixelSize(kDetailSize);
   const int titleHeight = QFontMetrics(title).height();
   const int detailHeight = QFontMetrics(detail).height();
-  const int top = rect.center().y() - (titleHeight + detailHeight) / 2 + 1;
+  const int top = rect.center().y() - (titleHeight + kLineGap + detailHeight) / 2 + 1;
   const auto paintText = [&](const QFont& font, const QColor& colour, int y, int height,
                              const QString& text) {
     painter->setFont(font);
@@ -86,7 +87,7 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                       static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), shown);
   };
   paintText(title, textColour(option), top, titleHeight, index.data(Qt::DisplayRole).toString());
-  paintText(detail, detailColour(option), top + titleHeight, detailHeight,
+  paintText(detail, detailColour(option), top + titleHeight + kLineGap, detailHeight,
             index.data(TableModel::DetailRole).toString());
   paintFocus(*painter, option);
   painter->restore();
@@ -139,6 +140,40 @@ void JobDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewIt
                                        const QModelIndex&) const {
   constexpr int kBeforeName = 8 + kBadgeSize + 8 - 2;  // less what the editor leaves before its text
   editor->setGeometry(option.rect.adjusted(kBeforeName, 0, 0, 0));
+}
+
+namespace {
+
+constexpr int kNoteMargin = 6;  // pixels; before the text, between it and its note, and behind
+
+// The notes of all separators begin below each other.
+int noteStart() {
+  return 2 * kNoteMargin + QFontMetrics(fixedWidthFont()).horizontalAdvance(QStringLiteral("\\r\\n"));
+}
+
+}  // namespace
+
+void NoteDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                         const QModelIndex& index) const {
+  painter->save();
+  const Colours& colours = coloursOf(option.palette);
+  const bool selected = isSelected(option);
+  painter->fillRect(option.rect, selected ? colours.selectedFill : colours.base);
+  painter->setFont(fixedWidthFont());
+  painter->setPen(selected ? colours.selectedText : colours.text);
+  const auto middle = static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine);
+  painter->drawText(option.rect.adjusted(kNoteMargin, 0, 0, 0), middle,
+                    index.data(Qt::DisplayRole).toString());
+  painter->setFont(option.font);
+  if (!selected) painter->setPen(colours.secondary);
+  painter->drawText(option.rect.adjusted(noteStart(), 0, 0, 0), middle, index.data(kNoteRole).toString());
+  painter->restore();
+}
+
+QSize NoteDelegate::sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const {
+  const int note = option.fontMetrics.horizontalAdvance(index.data(kNoteRole).toString());
+  return {noteStart() + note + kNoteMargin,
+          std::max(option.fontMetrics.height(), QFontMetrics(fixedWidthFont()).height()) + kNoteMargin};
 }
 
 // Of a long text no more is measured than a cell of that width could show.

@@ -1,5 +1,5 @@
-// How the rows of two kinds of tables are drawn: operations with an icon, a title and a line of detail, and
-// saved jobs with the letter of their kind.
+// How rows are drawn: operations with an icon, a title and a line of detail, saved jobs with the letter of
+// their kind, what a combo box offers with its note.
 #pragma once
 
 #include <QStyledItemDelegate>
@@ -24,6 +24,16 @@ class JobDelegate final : public QStyledItemDelegate {
   void setEditorData(QWidget* editor, const QModelIndex& index) const override;
   void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                             const QModelIndex& index) const override;
+};
+
+// What a combo box offers: a text as it would be typed, and beside it what it means.
+constexpr int kNoteRole = Qt::UserRole + 1;
+
+class NoteDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 
 // The text of a cell as it fits into so many pixels, elided at the right.

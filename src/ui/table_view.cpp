@@ -25,6 +25,7 @@ TableView::TableView(QWidget* parent) : QTableView(parent) {
   setCornerButtonEnabled(false);
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->hide();
+  horizontalHeader()->setObjectName(QStringLiteral("columnHeader"));  // for what is drawn beside its columns
   horizontalHeader()->setSectionsMovable(false);
   connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column, int, int width) {
     if (!showsWidth_) emit columnResized(column, width);

@@ -27,7 +27,7 @@ const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), 
 const char* const kStyleSheet = R"(
 QMessageBox QLabel#qt_msgbox_label { font-weight: 600; min-width: 240px; }
 QHeaderView { border: none; background: palette(base); }
-QHeaderView:horizontal { background: palette(window); }
+QHeaderView#columnHeader { background: palette(window); }
 GridView QHeaderView { background: palette(window); }
 QSplitter::handle { background: transparent; }
 QSplitter::handle:hover { background: palette(mid); }

@@ -336,6 +336,29 @@ TEST_F(Clipboard, HeadersAndLineNumbersHaveMenus) {
   EXPECT_EQ(cells(), (Cells{{"", "c", "d"}}));
 }
 
+TEST_F(Clipboard, ARightClickOnAHeaderOutsideTheSelectionSelectsFirst) {
+  open("a,b\nc,d\ne,f");
+  const QHeaderView& lines = *grid().verticalHeader();
+  const QHeaderView& columns = *grid().horizontalHeader();
+  const auto rightClickNumber = [&](int row, const char* item) {
+    chooseFromContextMenu(*lines.viewport(), {20, lines.sectionViewportPosition(row) + 8}, item);
+  };
+  clickNumber(0);
+  rightClickNumber(1, "Delete Selected Lines");
+  EXPECT_EQ(cells(), (Cells{{"a", "b"}, {"e", "f"}}));
+  clickNumber(0);
+  clickNumber(1, Qt::ControlModifier);
+  rightClickNumber(1, "Move Line Down");
+  EXPECT_EQ(selected().size(), 4u) << "it was inside";
+  clickHeader(0);
+  chooseFromContextMenu(*columns.viewport(), {columns.sectionViewportPosition(1) + 20, 8},
+                        "Delete Selected Columns");
+  EXPECT_EQ(cells(), (Cells{{"a"}, {"e"}}));
+  clickCell(1, 0);
+  rightClickNumber(1, "Add Line to the Top");
+  EXPECT_EQ(cells(), (Cells{{""}, {"a"}, {"e"}}));
+}
+
 TEST_F(Clipboard, OneStepIsUndoneAndRedoneUnderItsName) {
   open("a,b\nc,d");
   chooseMenu(kWindow, "Grid", "Flip Vertical");

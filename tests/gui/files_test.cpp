@@ -248,6 +248,32 @@ TEST_F(Files, OfALaterStartGoToTheEndAndAreSelected) {
   EXPECT_EQ(selection(kFiles), (std::vector{1, 2}));
 }
 
+TEST_F(Files, OfALaterStartWaitForTheEndOfASheet) {
+  launchWithFiles({"1\n", "2\n"});
+  clickRow(kFiles, 0);
+  chooseFromButton("addOperationButton", "Skip Line…");
+  quillet().receive({{home_.write("x.csv", "x\n")}, {}});
+  settle();
+  EXPECT_TRUE(form("skipLineOperationWindow").isActiveWindow()) << "keys go on where they went";
+  EXPECT_EQ(names(), (Texts{"a.csv", "b.csv"}));
+  press(Qt::Key_Return);
+  EXPECT_EQ(names(), (Texts{"a.csv", "b.csv", "x.csv"}));
+  EXPECT_EQ(selection(kFiles), (std::vector{2}));
+  EXPECT_EQ(titles(), (Texts{"Initial", "Final"}));
+  clickRow(kFiles, 0);
+  EXPECT_EQ(titles(), (Texts{"Initial", "Skip Line", "Final"}));
+}
+
+TEST_F(Files, OfALaterStartAreStoredWhenASheetIsOpenAtTheEnd) {
+  launchWithFiles({"1\n"});
+  clickRow(kFiles, 0);
+  chooseFromButton("addOperationButton", "Skip Line…");
+  quillet().receive({{home_.write("x.csv", "x\n")}, {}});
+  terminate();
+  launch();
+  EXPECT_EQ(names(), (Texts{"a.csv", "x.csv"}));
+}
+
 TEST_F(Files, OneIsRevealedInItsFolder) {
   launchWithFiles({"1\n"});
   clickRow(kFiles, 0);

@@ -170,6 +170,21 @@ TEST_F(Jobs, AreRenamedInTheirPlaceByADoubleClickAndTheMenus) {
   EXPECT_EQ(names(), Texts{"un"});
 }
 
+TEST_F(Jobs, AFieldIsEditedFromTheMenu) {
+  launch();
+  chooseMenu("window", "Window", "Previous Jobs");
+  click("previousJobsWindowSearchField");
+  type(QStringLiteral("ab"));
+  chooseMenu("previousJobsWindow", "Edit", "Select All");
+  EXPECT_TRUE(isMenuItemOn("previousJobsWindow", "Edit", "Delete"));
+  chooseMenu("previousJobsWindow", "Edit", "Delete");
+  EXPECT_EQ(text("previousJobsWindowSearchField"), "");
+  chooseMenu("previousJobsWindow", "Edit", "Undo");
+  EXPECT_EQ(text("previousJobsWindowSearchField"), "ab");
+  focus("previousJobsWindowJobsTableView");
+  EXPECT_FALSE(isMenuItemOn("previousJobsWindow", "Edit", "Delete"));
+}
+
 TEST_F(Jobs, EscapeLeavesTheName) {
   saveJobs({"one"});
   clickRow(kJobs, 0);

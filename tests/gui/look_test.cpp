@@ -34,6 +34,13 @@ TEST_F(Look, APreviewColumnStaysAsWideAsTheUserMadeIt) {
   EXPECT_EQ(preview()->columnWidth(1), 100);
 }
 
+TEST_F(Look, BesideTheHeadersOfAPreviewIsTheColourOfTheWindow) {
+  launch({home_.write("a.csv", "a,b\n")});
+  const QImage picture = preview()->horizontalHeader()->grab().toImage();
+  EXPECT_EQ(picture.pixelColor(picture.width() - 5, picture.height() / 2).name(),
+            preview()->palette().color(QPalette::Window).name());
+}
+
 TEST_F(Look, ALabelIsDimmedWithItsField) {
   launch({home_.write("a.csv", "a,b\n")});
   application().interface().commands().perform("addColumnOperationTrimMenuItemClicked");

@@ -149,6 +149,33 @@ TEST_F(Panels, ASeparatorIsChosenFromTheList) {
   EXPECT_EQ(data("previewTableView", 0, 1), "b");
 }
 
+// Beside what would be typed, as \n and a blank say little by themselves.
+TEST_F(Panels, SeparatorsOfTheListHaveTheirNotes) {
+  launchWithFiles({"a|b\n"});
+  doubleClickRow(kOperations, 0);
+  auto& box = widget<QComboBox>("initialOperationsWindowLineSeparatorComboBox");
+  box.showPopup();
+  settle();
+  QAbstractItemView& list = *box.view();
+  const QRect row = list.visualRect(box.model()->index(0, 0));
+  const int note = box.fontMetrics().horizontalAdvance(QStringLiteral("Line feed (Linux, macOS)"));
+  ASSERT_GT(row.width(), note);
+  const QImage picture = list.viewport()->grab().toImage();
+  const auto inkedColumns = [&](const QRect& part) {
+    int count = 0;
+    for (int x = part.left(); x <= part.right(); ++x)
+      for (int y = part.top(); y <= part.bottom(); ++y)
+        if (picture.pixelColor(x, y) != picture.pixelColor(row.right(), row.top())) {
+          ++count;
+          break;
+        }
+    return count;
+  };
+  EXPECT_GT(inkedColumns(row.adjusted(30, 0, 0, 0)), note / 2);
+  EXPECT_EQ(inkedColumns(QRect(row.right() - 3, row.top(), 3, row.height())), 0) << "it is not cut off";
+  box.hidePopup();
+}
+
 TEST_F(Panels, FinalIsEditedByADoubleClick) {
   launchWithFiles({"a,b\nc,d\n"});
   doubleClickRow(kOperations, 1);
@@ -444,6 +471,24 @@ TEST_F(OperationRows, GoUpAndDownWithTheAltKey) {
 }
 
 // Pressed again and again, one operation goes on.
+TEST_F(OperationRows, GoUpAndDownFromTheMenuWhereverTheFocusIs) {
+  launchWithFiles({"a\n", "b\n"});
+  clickRow("filesTableView", 1);
+  for (const char* item : {"Skip Line…", "Trim Line…"}) {
+    chooseFromButton("addOperationButton", item);
+    press(Qt::Key_Return);
+  }
+  clickRow(kOperations, 2);
+  EXPECT_EQ(menuItem("window", "Operation", "Move Up").shortcut(), QKeySequence(Qt::ALT | Qt::Key_Up));
+  EXPECT_EQ(menuItem("window", "Operation", "Move Down").shortcut(), QKeySequence(Qt::ALT | Qt::Key_Down));
+  focus("filesTableView");
+  chooseMenu("window", "Operation", "Move Up");
+  EXPECT_EQ(titles(), (Texts{"Initial", "Trim Line", "Skip Line", "Final"}));
+  EXPECT_EQ(column("filesTableView"), (Texts{"a.csv", "b.csv"}));
+  widget<TableView>(kOperations).clearSelection();
+  EXPECT_FALSE(isMenuItemOn("window", "Operation", "Move Up"));
+}
+
 TEST_F(OperationRows, OneGoesOnWithEachKey) {
   addThree();
   clickRow(kOperations, 3);
