@@ -119,6 +119,10 @@ std::optional<GridKey> gridKey(int key) {
   }
 }
 
+bool isArrow(GridKey key) {
+  return key == GridKey::Up || key == GridKey::Down || key == GridKey::Left || key == GridKey::Right;
+}
+
 }  // namespace
 
 GridView::GridView(QWidget* parent) : TableView(parent) {
@@ -167,9 +171,10 @@ void GridView::listenToHeaders() {
   }
   for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
     header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& point) {
-      emit contextMenuRequestedAt(header->viewport()->mapToGlobal(point),
-                                  header == verticalHeader() ? RowNumbers : Headers);
+    const Part part = header == verticalHeader() ? RowNumbers : Headers;
+    connect(header, &QWidget::customContextMenuRequested, this, [this, header, part](const QPoint& point) {
+      selectUnlessSelected(part, point);
+      emit contextMenuRequestedAt(header->viewport()->mapToGlobal(point), part);
     });
   }
 }
@@ -211,10 +216,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     return refresh();
   }
   const auto key = gridKey(event->key());
-  const bool command = event->modifiers().testFlag(Qt::ControlModifier);
   if (!group_ || !key) return TableView::keyPressEvent(event);
   // These are shortcuts of the menu; while their item is off they do nothing.
-  if (command && *key != GridKey::Tab && *key != GridKey::BackTab) return;
+  if (isArrow(*key) && event->modifiers().testFlags(Qt::ControlModifier | Qt::ShiftModifier)) return;
   group_->table().keyDown(*key, event->modifiers().testFlag(Qt::ShiftModifier),
                           event->modifiers().testFlag(Qt::AltModifier));
   showFocus();
@@ -229,6 +233,19 @@ void GridView::mouseDown(const QPoint& position, int clickCount, Qt::KeyboardMod
 void GridView::rowNumberDown(int row, int clickCount) {
   setFocus();
   group_->table().mouseDown(row, 0, clickCount, clickModifiers(QGuiApplication::keyboardModifiers()));
+}
+
+// As a plain click, for the menu that opens there.
+void GridView::selectUnlessSelected(Part header, const QPoint& position) {
+  const auto& selected = group_->data().selection().selected2DIndexSet();
+  if (header == RowNumbers) {
+    const int row = rowAt(position.y());
+    if (row >= 0 && !selected.containsInfiniteRowIndex(row)) rowNumberDown(row, 1);
+  } else {
+    const int column = columnAt(position.x());
+    if (column >= 0 && !selected.containsInfiniteColumnIndex(column))
+      group_->table().didClickTableColumn(column + 1, {});
+  }
 }
 
 void GridView::mousePressEvent(QMouseEvent* event) {

@@ -57,6 +57,7 @@ class GridView final : public TableView {
   void listenToHeaders();
   void mouseDown(const QPoint& position, int clickCount, Qt::KeyboardModifiers modifiers);
   void rowNumberDown(int row, int clickCount);
+  void selectUnlessSelected(Part header, const QPoint& position);
   void fitColumnToText(int column);
   void tellWidth();
   void showFocus();
