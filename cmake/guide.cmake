@@ -28,6 +28,10 @@ add_custom_command(OUTPUT ${guide_folder}/guide.stamp
   COMMAND ${CMAKE_COMMAND} -E touch ${guide_folder}/guide.stamp
   DEPENDS ${guide_sources} ${CMAKE_SOURCE_DIR}/tools/guide_pages.py VERBATIM)
 add_custom_target(quillet_guide ALL DEPENDS ${guide_folder}/guide.stamp)
+# Help opens it, and an install takes it, where nothing but the program is built.
+if(TARGET quillet)
+  add_dependencies(quillet quillet_guide)
+endif()
 
 # Its examples are tests.
 

@@ -17,3 +17,18 @@ install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 # The name under which Debian looks for it.
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# The manual page and Debian's list of changes are read compressed, with nothing of the time of the build in them.
+find_program(GZIP gzip REQUIRED)
+set(compressed_documents)
+foreach(document IN ITEMS quillet.1 changelog.Debian)
+  set(compressed ${CMAKE_BINARY_DIR}/${document}.gz)
+  add_custom_command(OUTPUT ${compressed}
+    COMMAND ${GZIP} --best --no-name --stdout ${CMAKE_SOURCE_DIR}/data/${document} > ${compressed}
+    DEPENDS ${CMAKE_SOURCE_DIR}/data/${document} VERBATIM)
+  list(APPEND compressed_documents ${compressed})
+endforeach()
+add_custom_target(quillet_documents DEPENDS ${compressed_documents})
+add_dependencies(quillet quillet_documents)
+install(FILES ${CMAKE_BINARY_DIR}/quillet.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${CMAKE_BINARY_DIR}/changelog.Debian.gz DESTINATION ${CMAKE_INSTALL_DOCDIR})

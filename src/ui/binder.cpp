@@ -174,7 +174,10 @@ void Binder::bindLine(TextField& field, QLineEdit& edit, QWidget& widget) {
   });
   QObject::connect(&edit, &QLineEdit::textEdited, &edit,
                    [&field](const QString& text) { field.userTypes(u16String(text)); });
-  QObject::connect(&edit, &QLineEdit::editingFinished, &edit, [&field] { field.userEndsEditing(); });
+  // A field is also done with when it is left, unless its form says that this takes Return.
+  const bool onlyReturn = edit.property("onlyReturnEnds").toBool();
+  QObject::connect(&edit, onlyReturn ? &QLineEdit::returnPressed : &QLineEdit::editingFinished, &edit,
+                   [&field] { field.userEndsEditing(); });
 }
 
 void Binder::bindText(TextField& field, QPlainTextEdit& edit) {

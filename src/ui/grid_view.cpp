@@ -119,6 +119,10 @@ std::optional<GridKey> gridKey(int key) {
   }
 }
 
+bool isArrow(GridKey key) {
+  return key == GridKey::Up || key == GridKey::Down || key == GridKey::Left || key == GridKey::Right;
+}
+
 }  // namespace
 
 GridView::GridView(QWidget* parent) : TableView(parent) {
@@ -167,10 +171,10 @@ void GridView::listenToHeaders() {
   }
   for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
     header->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(header, &QWidget::customContextMenuRequested, this, [this, header](const QPoint& point) {
+    const Part part = header == verticalHeader() ? RowNumbers : Headers;
+    connect(header, &QWidget::customContextMenuRequested, this, [this, header, part](const QPoint& point) {
       selectForMenu(*header, header->logicalIndexAt(point));
-      emit contextMenuRequestedAt(header->viewport()->mapToGlobal(point),
-                                  header == verticalHeader() ? RowNumbers : Headers);
+      emit contextMenuRequestedAt(header->viewport()->mapToGlobal(point), part);
     });
   }
 }
@@ -231,10 +235,9 @@ void GridView::keyPressEvent(QKeyEvent* event) {
     return refresh();
   }
   const auto key = gridKey(event->key());
-  const bool command = event->modifiers().testFlag(Qt::ControlModifier);
   if (!group_ || !key) return TableView::keyPressEvent(event);
   // These are shortcuts of the menu; while their item is off they do nothing.
-  if (command && *key != GridKey::Tab && *key != GridKey::BackTab) return;
+  if (isArrow(*key) && event->modifiers().testFlags(Qt::ControlModifier | Qt::ShiftModifier)) return;
   group_->table().keyDown(*key, event->modifiers().testFlag(Qt::ShiftModifier),
                           event->modifiers().testFlag(Qt::AltModifier));
   showFocus();

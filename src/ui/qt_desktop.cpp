@@ -68,6 +68,16 @@ QWidget* modalBefore(QWidget& window) {
   return modal && modal->windowModality() == Qt::ApplicationModal ? modal : nullptr;
 }
 
+void bringToFront(QWidget& window) {
+  window.raise();
+  QWidget* front = &window;
+  if (QWidget* modal = modalBefore(window)) {
+    modal->raise();
+    front = modal;
+  }
+  front->activateWindow();
+}
+
 QUrl folderOf(const std::string& path) {
   return QUrl::fromLocalFile(QFileInfo(QFile::decodeName(path.c_str())).absolutePath());
 }
@@ -208,12 +218,8 @@ void QtDesktop::makeKeyAndOrderFront(Window& window) {
     widget->showNormal();
   else
     widget->show();
-  widget->raise();
-  if (QWidget* modal = modalBefore(*widget)) {
-    modal->raise();
-    widget = modal;
-  }
-  widget->activateWindow();
+  bringToFront(*widget);
+  keyWidget_ = widget;
 }
 
 void QtDesktop::orderBack(Window& window) {
@@ -224,6 +230,8 @@ void QtDesktop::orderBack(Window& window) {
   widget->show();
   widget->lower();
   widget->setAttribute(Qt::WA_ShowWithoutActivating, false);
+  // Not every desktop lets a window come up behind the others and without the keys.
+  if (keyWidget_ && keyWidget_ != widget && keyWidget_->isVisible()) bringToFront(*keyWidget_);
 }
 
 void QtDesktop::beginSheet(Window& sheet, WindowName parent) {
@@ -243,10 +251,12 @@ void QtDesktop::endSheet(Window& sheet) {
   sheet.hide();
   QWidget* widget = widgetOf(sheet);
   if (!widget) return;
-  // Not every desktop gives the keys back to the window by itself.
+  // Not every desktop gives the keys back to the window by itself. An alert may stand before it by now.
   const bool hasKeys = widget->isActiveWindow();
   widget->hide();
-  if (hasKeys && widget->parentWidget()) widget->parentWidget()->window()->activateWindow();
+  QWidget* next = QApplication::activeModalWidget();
+  if (!next && hasKeys) next = widget->parentWidget();
+  if (next) next->window()->activateWindow();
 }
 
 const Window* QtDesktop::keyWindow() const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <map>
@@ -65,6 +66,7 @@ class QtDesktop final : public Alerts,
  private:
   std::function<void()> terminate_;
   std::map<const Window*, QWidget*> widgets_;
+  QPointer<QWidget> keyWidget_;  // the last that was made key
 };
 
 }  // namespace quillet::ui

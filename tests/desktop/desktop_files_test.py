@@ -5,6 +5,7 @@
 Installs the build into a folder of its own.
 """
 import configparser
+import gzip
 import re
 import shutil
 import struct
@@ -26,6 +27,8 @@ FILES = ICONS | {
     "share/doc/quillet/README.md",
     "share/doc/quillet/LICENSE",
     "share/doc/quillet/copyright",
+    "share/doc/quillet/changelog.Debian.gz",
+    "share/man/man1/quillet.1.gz",
 }
 DOCUMENTS = "share/doc/quillet/docs/"
 GUIDE = "share/doc/quillet/guide/"
@@ -89,6 +92,23 @@ class Installed(unittest.TestCase):
     def test_the_installed_program_starts(self):
         done = run(str(self.prefix / "bin" / "quillet"), "--version")
         self.assertEqual((done.returncode, done.stdout), (0, f"quillet {VERSION}\n"))
+
+    def test_the_manual_page_is_of_this_version_and_tells_each_option(self):
+        page = gzip.decompress(self.path("quillet.1.gz").read_bytes()).decode()
+        self.assertIn(f'"Quillet {VERSION}"', page.split("\n")[0])
+        help_text = run(str(self.prefix / "bin" / "quillet"), "--help").stdout
+        options = re.findall(r"^  (--\w+)", help_text, re.MULTILINE)
+        self.assertEqual(options, ["--help", "--version"])
+        for option in options:
+            self.assertIn("\n.B " + option.replace("-", r"\-") + "\n", page)
+
+    def test_the_manual_page_is_set_without_a_complaint(self):
+        page = str(self.path("quillet.1.gz"))
+        self.assertNotIn("warning", self.tool("man", "--warnings", "-E", "UTF-8", "-l", "-Tutf8", "-Z", page))
+
+    def test_the_changelog_begins_with_this_version(self):
+        changelog = gzip.decompress(self.path("changelog.Debian.gz").read_bytes()).decode()
+        self.assertTrue(changelog.startswith(f"quillet ({VERSION}-1) "), changelog)
 
     def test_icons_have_the_size_of_their_folder(self):
         for size in ICON_SIZES:

@@ -455,5 +455,67 @@ TEST_F(Clipboard, ThePaneOfPerformedOperationsIsShownAndHidden) {
   EXPECT_TRUE(widget("clipboardDataWindowOperationsPane").isVisible());
 }
 
+TEST_F(Clipboard, KeysWithControlAreThoseWithoutIt) {
+  open("a,b\nc,d");
+  clickCell(0, 0);
+  press(Qt::Key_Down, Qt::ControlModifier);
+  EXPECT_EQ(text(kFocus), "Line 2, column 1");
+  press(Qt::Key_Right, Qt::ControlModifier);
+  EXPECT_EQ(text(kFocus), "Line 2, column 2");
+  for (const Qt::KeyboardModifiers modifiers :
+       {Qt::KeyboardModifiers(Qt::ControlModifier), Qt::KeyboardModifiers(Qt::ShiftModifier),
+        Qt::KeyboardModifiers(Qt::AltModifier)}) {
+    press(Qt::Key_Return, modifiers);
+    EXPECT_TRUE(isShown("cellDetailsWindow")) << modifiers;
+    EXPECT_EQ(text("cellDetailsWindowTextField"), "d");
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(grid().hasFocus());
+  }
+}
+
+TEST_F(Clipboard, ARightClickOnAHeaderOrALineNumberOutsideTheSelectionSelectsFirst) {
+  open("a,b,c\nd,e,f\ng,h,i\nj,k,l");
+  clickCell(0, 0);
+  const auto& columns = *grid().horizontalHeader();
+  const auto& lines = *grid().verticalHeader();
+  const QPoint second(columns.sectionViewportPosition(1) + 8, 8);
+  chooseFromContextMenu(*columns.viewport(), second, "Move Column Left");
+  EXPECT_EQ(cells(), (Cells{{"b", "a", "c"}, {"e", "d", "f"}, {"h", "g", "i"}, {"k", "j", "l"}}));
+  const QPoint third(20, lines.sectionViewportPosition(2) + 8);
+  chooseFromContextMenu(*lines.viewport(), third, "Delete Selected Lines");
+  EXPECT_EQ(cells(), (Cells{{"b", "a", "c"}, {"e", "d", "f"}, {"k", "j", "l"}}));
+  clickNumber(0);
+  clickNumber(1, Qt::ControlModifier);
+  chooseFromContextMenu(*lines.viewport(), {20, 8}, "Delete Selected Lines");
+  EXPECT_EQ(cells(), (Cells{{"k", "j", "l"}})) << "it was inside";
+}
+
+TEST_F(Clipboard, ALineOfTooManyColumnsIsToldInASheetAndInRed) {
+  const QByteArray commas(16'384, ',');
+  open("a,b\n" + commas);
+  EXPECT_EQ(alert().windowModality(), Qt::WindowModal);
+  EXPECT_EQ(alert().parentWidget(), &form(kWindow));
+  EXPECT_EQ(alert().text(), QStringLiteral("Too many columns"));
+  EXPECT_EQ(
+      alert().informativeText(),
+      QStringLiteral("This app is limited to 16384 columns.\n16385 columns were found on the clipboard on "
+                     "line 2."));
+  press(Qt::Key_Return);
+  EXPECT_FALSE(hasAlert()) << "it has the keys, as the sheet is gone";
+  EXPECT_EQ(status(), "Too many columns");
+  const auto& label = widget("clipboardDataWindowStatusLabel");
+  const ui::Colours& colours = ui::coloursOf(label.palette());
+  EXPECT_EQ(label.palette().color(QPalette::WindowText), colours.red);
+  EXPECT_EQ(cells(), (Cells{{"a", "b"}})) << "the lines before it stay";
+  EXPECT_TRUE(widget("clipboardDataWindowPerformToolbarItem").isEnabled());
+  EXPECT_TRUE(widget("clipboardDataWindowJoinToolbarItem").isEnabled());
+  press(Qt::Key_F5);
+  EXPECT_EQ(label.palette().color(QPalette::WindowText), colours.secondary);
+  EXPECT_TRUE(widget("clipboardDataWindowClearStatusLabelButton").isVisible());
+  click("clipboardDataWindowClearStatusLabelButton");
+  EXPECT_EQ(status(), "");
+  EXPECT_FALSE(widget("clipboardDataWindowClearStatusLabelButton").isVisible());
+}
+
 }  // namespace
 }  // namespace quillet::testing

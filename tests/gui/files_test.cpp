@@ -77,6 +77,10 @@ TEST_F(Files, AreChosenInThePanelOfThePlusButton) {
   click("addInputFileButton");
   EXPECT_EQ(panel().windowModality(), Qt::WindowModal);
   EXPECT_EQ(panel().parentWidget(), &form("window"));
+  EXPECT_EQ(panel().windowTitle(), QStringLiteral("Add Input File"));
+  EXPECT_EQ(panel().labelText(QFileDialog::Accept), QStringLiteral("Add"));
+  EXPECT_EQ(panel().fileMode(), QFileDialog::ExistingFiles);
+  EXPECT_EQ(panel().nameFilters(), QStringList{QStringLiteral("Text files (*.txt *.tab *.csv)")});
   answerPanel(path);
   EXPECT_EQ(names(), (Texts{"a.csv", "z.csv"}));
   EXPECT_EQ(selection(kFiles), std::vector{1});

@@ -323,5 +323,40 @@ TEST_F(Jobs, OfTheClipboardArePerformed) {
   EXPECT_EQ(widget<QTableView>("clipboardDataTableView").model()->columnCount(), 3);
 }
 
+TEST_F(Jobs, ANameThatIsLeftWithoutReturnRenamesNothing) {
+  saveJobs({"one", "two"});
+  clickRow(kJobs, rowOf("one"));
+  fill(kName, QStringLiteral("uno"));
+  press(Qt::Key_Tab);
+  EXPECT_EQ(names(), (Texts{"two", "one"}));
+  fill(kName, QStringLiteral("uno"));
+  clickRow(kJobs, rowOf("two"));
+  EXPECT_EQ(names(), (Texts{"two", "one"}));
+  EXPECT_EQ(text(kName), "two");
+}
+
+TEST_F(Jobs, AreSearchedWhenTheFieldIsLeft) {
+  saveJobs({"apples", "pears"});
+  fill(kSearch, QStringLiteral("pear"));
+  EXPECT_EQ(names().size(), 2u) << "not with each key";
+  press(Qt::Key_Tab);
+  EXPECT_EQ(names(), Texts{"pears"});
+}
+
+TEST_F(Jobs, SeveralShowNoFilesAndCanBeDeleted) {
+  saveJobs({"one", "two"});
+  clickRow(kJobs, 0);
+  EXPECT_EQ(column(kJobFiles).size(), 2u);
+  EXPECT_TRUE(widget("previousJobsWindowDeleteJobsButton").isEnabled());
+  clickRow(kJobs, 1, Qt::ControlModifier);
+  EXPECT_EQ(column(kJobFiles), Texts());
+  EXPECT_EQ(column("previousJobFileWindowOperationsTableView"), Texts());
+  EXPECT_EQ(text("previousJobsWindowRestoreOperationsButton"), "Restore Operations");
+  EXPECT_TRUE(widget("previousJobsWindowDeleteJobsButton").isEnabled());
+  clickRow(kJobs, 1, Qt::ControlModifier);
+  clickRow(kJobs, 0, Qt::ControlModifier);
+  EXPECT_FALSE(widget("previousJobsWindowDeleteJobsButton").isEnabled());
+}
+
 }  // namespace
 }  // namespace quillet::testing

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "gui/user.h"
+#include "ui/theme.h"
 
 namespace quillet::testing {
 namespace {
@@ -146,6 +147,30 @@ TEST_F(Run, TheWindowAnswersMeanwhile) {
   press(Qt::Key_3, Qt::AltModifier);
   EXPECT_EQ(text("previewTypePopUpButton"), "Output as Table");
   waitForTheEnd();
+}
+
+TEST_F(Run, TheFolderPanelIsASheetThatAsksForOneFolder) {
+  launchWithFiles({"a\n"});
+  click("selectOutputFolderButton");
+  EXPECT_EQ(panel().windowTitle(), QStringLiteral("Select Output Folder"));
+  EXPECT_EQ(panel().labelText(QFileDialog::Accept), QStringLiteral("Select Output Folder"));
+  EXPECT_EQ(panel().fileMode(), QFileDialog::Directory);
+  EXPECT_TRUE(panel().testOption(QFileDialog::ShowDirsOnly));
+  EXPECT_FALSE(panel().testOption(QFileDialog::ReadOnly)) << "folders can be made";
+  EXPECT_EQ(panel().windowModality(), Qt::WindowModal);
+}
+
+// The text is red after a job with warnings only where its preview warns, too, which is meant.
+TEST_F(Run, IssuesThatThePreviewFindsAreToldInRed) {
+  const Texts paths = launchWithFiles({"a\n"});
+  chooseFolder();
+  std::filesystem::remove(paths[0]);
+  click("runButton");
+  waitForTheEnd();
+  const auto& label = widget("statusLabel");
+  EXPECT_EQ(text("statusLabel"), "Job completed with issues. Check the log file.");
+  EXPECT_EQ(label.palette().color(QPalette::WindowText), ui::coloursOf(label.palette()).red);
+  EXPECT_TRUE(widget("clearStatusLabelButton").isVisible());
 }
 
 }  // namespace
