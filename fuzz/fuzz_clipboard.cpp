@@ -10,12 +10,15 @@
 
 #include "clipboard/clipboard_data.h"
 #include "clipboard/plain_workbench.h"
+#include "clipboard/remembering_display.h"
 #include "fuzz_input.h"
 
 namespace quillet::fuzz {
 namespace {
 
+using testing::OneText;
 using testing::PlainWorkbench;
+using testing::RememberingDisplay;
 
 constexpr std::size_t kMostTextBytes = 64;
 constexpr std::size_t kMostClipboardBytes = 512;
@@ -34,46 +37,6 @@ constexpr std::int64_t kNumbers[] = {0,  1,   2,      3,         4,         7,  
 constexpr std::int64_t kCodes[] = {102, 311, 312, 314, 401, 402, 403, 404, 405, 406, 407, 408,
                                    409, 410, 411, 412, 413, 414, 415, 416, 417, 418, 419, 420,
                                    421, 422, 423, 424, 902, 0,   -1,  101, 425, 999};
-
-class CountingDisplay final : public ClipboardDisplay {
- public:
-  explicit CountingDisplay(const ClipboardData& data) : data_(data) {}
-
-  void updateClipboardDataWindowTextColumns(bool shows) override { showsGrid = shows; }
-  void resizeClipboardTableViewColumns() override { columnCount = data_.clipboardDataArray().maxRowLength(); }
-  std::size_t dataColumnCount() const override { return columnCount; }
-  void reloadTable() override { rowCount = data_.clipboardDataArray().rowCount(); }
-  void setTitle(std::u16string newTitle) override { title = std::move(newTitle); }
-  void setText(std::u16string_view) override {}
-  void setStatus(std::u16string newStatus, int) override { status = std::move(newStatus); }
-  void setToolbarItemsEnabled(bool) override {}
-  void showAlert(std::u16string_view, std::u16string_view) override { ++alertCount; }
-  void showErrorAlert(std::u16string_view) override { ++alertCount; }
-
-  GridTableSize size() const {
-    return {static_cast<std::int64_t>(rowCount), static_cast<std::int64_t>(columnCount)};
-  }
-
-  bool showsGrid = false;
-  std::size_t columnCount = 0;
-  std::size_t rowCount = 0;
-  std::size_t alertCount = 0;
-  std::u16string title, status;
-
- private:
-  const ClipboardData& data_;
-};
-
-class OneText final : public Pasteboard {
- public:
-  std::optional<std::u16string> readString() override { return text; }
-  bool writeString(std::u16string_view written) override {
-    text = written;
-    return true;
-  }
-
-  std::optional<std::u16string> text;
-};
 
 struct GridSize {
   std::size_t cells = 0;
@@ -250,13 +213,13 @@ class Session {
     require(display_.title == plain_->title, "so is the title");
     require(display_.status == plain_->status, "so is the status");
     require(display_.showsGrid == plain_->showsGrid, "so is what is shown");
-    require(display_.alertCount == plain_->alerts.size(), "so are the alerts");
+    require(display_.alerts.size() == plain_->alerts.size(), "so are the alerts");
   }
 
   FuzzInput& input_;
   OneText pasteboard_;
   ClipboardData data_{pasteboard_, display_};
-  CountingDisplay display_{data_};
+  RememberingDisplay display_{data_};
   std::optional<PlainWorkbench> plain_{std::in_place};
   std::optional<ClipboardGrid> before_;  // before the last operation
   bool hasRoom_ = true;
