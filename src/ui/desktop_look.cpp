@@ -77,7 +77,7 @@ QPalette blackAndWhite(Scheme scheme) {
 }  // namespace
 
 double contrastOf(const QColor& one, const QColor& other) {
-  const auto [darker, brighter] = std::minmax(luminance(one), luminance(other));
+  const auto [darker, brighter] = std::minmax({luminance(one), luminance(other)});
   return (brighter + 0.05) / (darker + 0.05);
 }
 
