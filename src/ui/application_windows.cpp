@@ -65,7 +65,6 @@ ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desk
   connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] { updateMenusSoon(); });
   auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
   connect(grid->model(), &QAbstractItemModel::dataChanged, this, [this] { updateMenusSoon(); });
-  connect(grid->model(), &QAbstractItemModel::modelReset, this, [this] { updateMenusSoon(); });
 }
 
 // Controls outlive the widgets, so nothing may tell them any more.
