@@ -7,7 +7,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QToolButton>
@@ -33,20 +32,63 @@ namespace quillet::ui {
 
 namespace {
 
-constexpr int kLeastSheetWidth = 420;
+constexpr int kLeastSheetWidth = 420;  // logical pixels
+constexpr QSize kCellTextSize(420, 140);
 
 bool isSheet(const Window& window) {
   return window.cancelButton() != nullptr;
 }
 
-void showAbout(QWidget& window) {
-  auto* box = new QMessageBox(&window);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setWindowTitle(QObject::tr("About Quillet"));
-  box->setIconPixmap(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")).pixmap(64));
-  box->setText(QStringLiteral("Quillet ") + QCoreApplication::applicationVersion());
-  box->setInformativeText(QObject::tr("Quillet prepares delimited text data."));
-  box->open();
+QDialogButtonBox* buttonBox(const QWidget& form) {
+  return form.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
+}
+
+// Cancel and Done as the platform orders them.
+void addSheetButtons(const Window& window, QWidget& form) {
+  const auto add = [box = buttonBox(form)](const Button& button, QDialogButtonBox::ButtonRole role) {
+    auto* widget = new QPushButton(withoutMnemonics(button.title()));
+    widget->setObjectName(QString::fromStdString(button.name()));
+    box->addButton(widget, role);
+    return widget;
+  };
+  if (window.cancelButton() != window.doneButton()) add(*window.cancelButton(), QDialogButtonBox::RejectRole);
+  add(*window.doneButton(), QDialogButtonBox::AcceptRole)->setDefault(true);
+}
+
+// Every field is set in the fixed-width font, as data is.
+void setDataFont(QWidget& form) {
+  for (QLineEdit* edit : form.findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
+  for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) edit->setFont(fixedWidthFont());
+  for (QComboBox* comboBox : form.findChildren<QComboBox*>())
+    if (comboBox->isEditable()) comboBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+// Nothing where the sheet has no help.
+const Button* helpButton(const Window& window) {
+  for (const Control* control : window.controls()) {
+    const auto* button = dynamic_cast<const Button*>(control);
+    if (!button || button == window.doneButton() || button == window.cancelButton()) continue;
+    if (button->handler() == "helpButtonPressed") return button;
+  }
+  return nullptr;
+}
+
+// At the left of the last row.
+void addHelp(const Button& button, QWidget& form) {
+  auto* help = new QToolButton;
+  help->setObjectName(QString::fromStdString(button.name()));
+  help->setAutoRaise(true);
+  help->setAccessibleName(withoutMnemonic(QCoreApplication::translate("Menu", "&Help")));
+  setIcon(help, "help");
+  auto* rows = static_cast<QVBoxLayout*>(form.layout());
+  QDialogButtonBox* box = buttonBox(form);
+  rows->removeWidget(box);
+  auto* last = new QHBoxLayout;
+  last->addWidget(help);
+  last->addStretch();
+  last->addWidget(box);
+  rows->addLayout(last);
+  form.setAccessibleDescription(qString(button.toolTip()));
 }
 
 }  // namespace
@@ -63,8 +105,6 @@ ApplicationWindows::ApplicationWindows(AppDelegate& application, QtDesktop& desk
   addKeys();
   addContextMenus();
   connect(qApp, &QGuiApplication::focusWindowChanged, this, [this] { updateMenusSoon(); });
-  auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
-  connect(grid->model(), &QAbstractItemModel::dataChanged, this, [this] { updateMenusSoon(); });
 }
 
 // Controls outlive the widgets, so nothing may tell them any more.
@@ -114,47 +154,16 @@ void ApplicationWindows::addWindow(Window& window) {
   widgets_.emplace(window.name(), std::move(form));
 }
 
-// The last row: help at the left, then Cancel and Done as the platform orders them.
 void ApplicationWindows::dressSheet(Window& window, QWidget& form) {
   form.setMinimumWidth(kLeastSheetWidth);
-  auto* box = form.findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-  const auto add = [&](const Button& button, QDialogButtonBox::ButtonRole role) {
-    auto* widget = new QPushButton(withoutMnemonics(button.title()));
-    widget->setObjectName(QString::fromStdString(button.name()));
-    box->addButton(widget, role);
-    return widget;
-  };
-  if (window.cancelButton() != window.doneButton()) add(*window.cancelButton(), QDialogButtonBox::RejectRole);
-  QPushButton* done = add(*window.doneButton(), QDialogButtonBox::AcceptRole);
-  done->setDefault(true);
-  // A column panel's table and every field is set in the fixed-width font, as data is.
-  for (QLineEdit* edit : form.findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
-  for (QComboBox* comboBox : form.findChildren<QComboBox*>())
-    if (comboBox->isEditable()) comboBox->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+  addSheetButtons(window, form);
+  setDataFont(form);
   for (QPlainTextEdit* edit : form.findChildren<QPlainTextEdit*>()) {
-    edit->setFont(fixedWidthFont());
-    edit->setMinimumSize(420, 140);
+    edit->setMinimumSize(kCellTextSize);
     edit->setAccessibleName(qString(window.title()));
     edit->installEventFilter(this);
   }
-  for (Control* control : window.controls()) {
-    auto* button = dynamic_cast<Button*>(control);
-    if (!button || button == window.doneButton() || button == window.cancelButton()) continue;
-    if (button->handler() != "helpButtonPressed") continue;
-    auto* help = new QToolButton;
-    help->setObjectName(QString::fromStdString(button->name()));
-    help->setAutoRaise(true);
-    help->setAccessibleName(withoutMnemonic(QCoreApplication::translate("Menu", "&Help")));
-    setIcon(help, "help");
-    auto* rows = static_cast<QVBoxLayout*>(form.layout());
-    auto* last = new QHBoxLayout;
-    rows->removeWidget(box);
-    last->addWidget(help);
-    last->addStretch();
-    last->addWidget(box);
-    rows->addLayout(last);
-    form.setAccessibleDescription(qString(button->toolTip()));
-  }
+  if (const Button* help = helpButton(window)) addHelp(*help, form);
 }
 
 void ApplicationWindows::perform(const std::string& command) {
@@ -185,42 +194,53 @@ void ApplicationWindows::updateMenusSoon() {
 }
 
 bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
-  // Qt takes colours off again on its way through the widgets of a form.
-  if (event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange)
-    if (auto* form = qobject_cast<QWidget*>(watched); form && form->isWindow())
-      QMetaObject::invokeMethod(
-          form, [form] { colourLabels(*form); }, Qt::QueuedConnection);
-  if (event->type() == QEvent::Show) {
-    const Window* window = windowOf(watched);
-    if (window && isSheet(*window)) beginSheetWithTheFirstField(*window, *static_cast<QWidget*>(watched));
-  }
-  if (event->type() == QEvent::Close) {
-    Window* window = windowOf(watched);
-    if (window && window->isShown() && !close(*window)) event->ignore();
-    return window && isSheet(*window);
-  }
-  if (event->type() == QEvent::KeyPress) {
-    const auto* key = static_cast<QKeyEvent*>(event);
-    Window* window = windowOf(watched);
-    if (window && isSheet(*window) && key->key() == Qt::Key_Escape) {
-      close(*window);
-      return true;
-    }
-    const bool isReturn = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
-    // Return presses the button that has the focus, as Space does; in a sheet it is Qt that cares for it.
-    auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
-    if (window && !isSheet(*window) && isReturn && button) {
-      button->click();
-      return true;
-    }
-    // In the text of a cell Return is Done, with Shift it is a line break.
-    if (auto* edit = qobject_cast<QPlainTextEdit*>(watched);
-        edit && isReturn && !key->modifiers().testFlag(Qt::ShiftModifier)) {
-      if (Window* sheet = windowOf(edit->window())) sheet->doneButton()->press();
-      return true;
-    }
+  switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::StyleChange:
+      // Qt takes colours off again on its way through the widgets of a form.
+      if (auto* form = qobject_cast<QWidget*>(watched); form && form->isWindow())
+        QMetaObject::invokeMethod(
+            form, [form] { colourLabels(*form); }, Qt::QueuedConnection);
+      break;
+    case QEvent::Show:
+      if (const Window* window = windowOf(watched); window && isSheet(*window))
+        beginSheetWithTheFirstField(*window, *static_cast<QWidget*>(watched));
+      break;
+    case QEvent::Close:
+      if (Window* window = windowOf(watched)) {
+        if (window->isShown() && !close(*window)) event->ignore();
+        return isSheet(*window);
+      }
+      break;
+    case QEvent::KeyPress:
+      if (takesKey(watched, *static_cast<QKeyEvent*>(event))) return true;
+      break;
+    default:
+      break;
   }
   return QObject::eventFilter(watched, event);
+}
+
+bool ApplicationWindows::takesKey(const QObject* watched, const QKeyEvent& key) {
+  Window* window = windowOf(watched);
+  const bool isReturn = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+  if (window && isSheet(*window)) {
+    if (key.key() != Qt::Key_Escape) return false;
+    close(*window);
+    return true;
+  }
+  if (!isReturn) return false;
+  if (window) {
+    // Return presses the button that has the focus, as Space does; in a sheet it is Qt that cares for it.
+    auto* button = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+    if (button) button->click();
+    return button;
+  }
+  // In the text of a cell Return is Done, with Shift it is a line break.
+  const auto* edit = qobject_cast<const QPlainTextEdit*>(watched);
+  if (!edit || key.modifiers().testFlag(Qt::ShiftModifier)) return false;
+  if (Window* sheet = windowOf(edit->window())) sheet->doneButton()->press();
+  return true;
 }
 
 MenuActions ApplicationWindows::menuActions(Window& window) {
@@ -229,7 +249,7 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
   actions.isEnabled = [this](const std::string& command) { return application_.validateMenuItem(command); };
   actions.close = [this, &window] { widget(window.name())->close(); };
   actions.quit = quit_;
-  actions.about = [this, &window] { showAbout(*widget(window.name())); };
+  actions.about = [this, &window] { desktop_.showAbout(*widget(window.name())); };
   actions.guide = [this] {
     const std::string page = guidePage(QCoreApplication::applicationDirPath());
     if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});

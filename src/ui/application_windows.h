@@ -57,6 +57,7 @@ class ApplicationWindows final : public QObject {
   void addContextMenus();
   void moveSelectedRows(TableView& view, int rows);
   bool close(Window& window);
+  bool takesKey(const QObject* watched, const QKeyEvent& key);
   Window* windowOf(const QObject* widget) const;
 
   AppDelegate& application_;

@@ -245,7 +245,7 @@ void dress(TableView& view, TableModel::Kind kind) {
   switch (kind) {
     case TableModel::Kind::Operations:
       view.setItemDelegate(new OperationDelegate(&view));
-      view.setRowHeight(42);
+      view.setRowHeight(42, OperationDelegate::heightOf);
       break;
     case TableModel::Kind::Jobs:
       view.setItemDelegate(new JobDelegate(&view));

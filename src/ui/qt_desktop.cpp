@@ -101,6 +101,13 @@ QWidget* QtDesktop::widgetOf(WindowName name) const {
   return nullptr;
 }
 
+void QtDesktop::showAbout(QWidget& window) {
+  QMessageBox* box = newAlert(u16String(QStringLiteral("Quillet ") + QCoreApplication::applicationVersion()),
+                              u16String(QObject::tr("Quillet prepares delimited text data.")), &window);
+  box->setWindowTitle(QObject::tr("About Quillet"));
+  box->open();
+}
+
 void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message) {
   newAlert(title, message, nullptr)->show();  // open() would make it modal to a window
 }

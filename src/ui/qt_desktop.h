@@ -32,6 +32,9 @@ class QtDesktop final : public Alerts,
   QWidget* widgetOf(const Window& window) const;
   QWidget* widgetOf(WindowName window) const;
 
+  // The name and version of the application, over the window.
+  void showAbout(QWidget& window);
+
   // Alerts.
   void showAlert(std::u16string_view title, std::u16string_view message) override;
   void showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) override;

@@ -60,6 +60,24 @@ void paintColumnLine(QPainter& painter, const QStyleOptionViewItem& option) {
   painter.fillRect(QRect(cell.right(), cell.top(), 1, cell.height()), coloursOf(option.palette).columnLine);
 }
 
+namespace {
+
+QFont titleFont(QFont font) {
+  font.setWeight(QFont::DemiBold);
+  return font;
+}
+
+QFont detailFont(QFont font) {
+  font.setPixelSize(kDetailSize);
+  return font;
+}
+
+}  // namespace
+
+int OperationDelegate::heightOf(const QFont& font) {
+  return QFontMetrics(titleFont(font)).height() + kLineGap + QFontMetrics(detailFont(font)).height();
+}
+
 void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                               const QModelIndex& index) const {
   painter->save();
@@ -71,13 +89,11 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
       .paint(painter, iconRect, Qt::AlignCenter, white ? QIcon::Selected : QIcon::Normal);
 
   const QRect texts = rect.adjusted(kIconSize + 12, 0, 0, 0);
-  QFont title = option.font;
-  title.setWeight(QFont::DemiBold);
-  QFont detail = option.font;
-  detail.setPixelSize(kDetailSize);
+  const QFont title = titleFont(option.font);
+  const QFont detail = detailFont(option.font);
   const int titleHeight = QFontMetrics(title).height();
   const int detailHeight = QFontMetrics(detail).height();
-  const int top = rect.center().y() - (titleHeight + kLineGap + detailHeight) / 2 + 1;
+  const int top = rect.center().y() - heightOf(option.font) / 2 + 1;
   const auto paintText = [&](const QFont& font, const QColor& colour, int y, int height,
                              const QString& text) {
     painter->setFont(font);

@@ -12,6 +12,8 @@ void paintColumnLine(QPainter& painter, const QStyleOptionViewItem& option);
 class OperationDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
+  // What the two lines of a row take in the view's font, in logical pixels.
+  static int heightOf(const QFont& font);
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 };
 

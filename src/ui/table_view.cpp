@@ -42,13 +42,15 @@ void TableView::setEmptyText(const QString& text) {
   viewport()->update();
 }
 
-void TableView::setRowHeight(int height) {
+void TableView::setRowHeight(int height, HeightOfFont needed) {
   rowHeight_ = height;
+  neededHeight_ = std::move(needed);
   applyRowHeight();
 }
 
 void TableView::applyRowHeight() {
-  const int height = std::max(rowHeight_, fontMetrics().height() + 2);
+  const int needed = neededHeight_ ? neededHeight_(font()) : fontMetrics().height();
+  const int height = std::max(rowHeight_, needed + 2);
   // First the least, then what all get, then the least again: it would else resize row by row, each of which
   // moves all behind it.
   verticalHeader()->setMinimumSectionSize(0);

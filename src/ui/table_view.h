@@ -22,8 +22,10 @@ class TableView : public QTableView {
   const QString& emptyText() const { return emptyText_; }
   void setEmptyText(const QString& text);
 
-  // The height of every row: the given one, or what the font needs. In logical pixels.
-  void setRowHeight(int height);
+  // The height of every row: the given one, or what the rows need in the view's font, which is one line
+  // where nothing is said. In logical pixels.
+  using HeightOfFont = std::function<int(const QFont& font)>;
+  void setRowHeight(int height, HeightOfFont needed = {});
 
   // Gives the columns the widths of the table's, which begin at firstColumn there; a width of 0 leaves one as
   // it is. Nothing while the table has the columns of the last call.
@@ -69,6 +71,7 @@ class TableView : public QTableView {
 
   QString emptyText_;
   int rowHeight_ = 22;
+  HeightOfFont neededHeight_;
   std::uint64_t shownColumns_ = 0;  // their version
   bool showsWidth_ = false;
   Drops drops_;

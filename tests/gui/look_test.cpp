@@ -34,6 +34,23 @@ TEST_F(Look, APreviewColumnStaysAsWideAsTheUserMadeIt) {
   EXPECT_EQ(preview()->columnWidth(1), 100);
 }
 
+TEST_F(Look, ARowHoldsItsLinesInALargeFont) {
+  launch({home_.write("a.csv", "a,b\n")});
+  application().interface().commands().perform("addLineOperationSkipMenuItemClicked");
+  application().interface().window("skipLineOperationWindow")->doneButton()->press();
+  QApplication::processEvents();
+  auto* operations = find<TableView>("window", "operationsTableView");
+  EXPECT_EQ(operations->rowHeight(0), 42);
+  QFont large = operations->font();
+  large.setPixelSize(40);
+  operations->setFont(large);
+  EXPECT_GE(operations->rowHeight(0), QFontMetrics(large).height() + 12) << "and a detail of 12 pixels";
+  auto* files = find<TableView>("window", "filesTableView");
+  EXPECT_EQ(files->rowHeight(0), 26);
+  files->setFont(large);
+  EXPECT_GE(files->rowHeight(0), QFontMetrics(large).height());
+}
+
 TEST_F(Look, BesideTheHeadersOfAPreviewIsTheColourOfTheWindow) {
   launch({home_.write("a.csv", "a,b\n")});
   const QImage picture = preview()->horizontalHeader()->grab().toImage();
