@@ -22,6 +22,12 @@ if(QUILLET_BUILD_FUZZERS)
   add_compile_options(-fsanitize=fuzzer-no-link)
   add_compile_definitions(_GLIBCXX_ASSERTIONS)
 endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+  # What a distribution asks of its packages: checked calls of the C library, and no table of functions that
+  # could be written to while the program runs.
+  target_compile_options(quillet_flags INTERFACE -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  target_link_options(quillet_flags INTERFACE LINKER:-z,relro,-z,now)
+endif()
 if(QUILLET_LTO)
   set(CMAKE_INTERPROCEDURAL_OPTIMIZATION ON)
 endif()

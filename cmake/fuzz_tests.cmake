@@ -1,7 +1,8 @@
 # Read by CTest itself, not at configure time: makes a test of every fuzz target that the fuzz preset has
 # built, when the environment says how many seconds each may take. So they stand in the same summary as the
-# other tests, although another compiler has built them. Without QUILLET_FUZZ_SECONDS there are none.
-if(NOT "$ENV{QUILLET_FUZZ_SECONDS}" STREQUAL "")
+# other tests, although another compiler has built them. Without QUILLET_FUZZ_SECONDS, or with 0, there are
+# none: a target takes 0 seconds for no end.
+if("$ENV{QUILLET_FUZZ_SECONDS}" GREATER 0)
   get_filename_component(root "${CMAKE_CURRENT_LIST_DIR}/.." ABSOLUTE)
   set(build "${root}/build/fuzz")
   math(EXPR patience "$ENV{QUILLET_FUZZ_SECONDS} + 120")
