@@ -110,7 +110,8 @@ class PopUpButton final : public Control {
  public:
   struct Item {
     std::int64_t tag = 0;
-    std::u16string title;  // localized
+    std::u16string title;         // localized
+    std::u16string toolTip = {};  // localized
   };
 
   // The first item is selected.
@@ -198,7 +199,6 @@ class Table final : public Control {
     std::u16string title;
     int width = 0;  // in logical pixels; 0 leaves it to what shows the table
     bool titleIsCentred = false;
-    bool fillsTable = false;  // takes what the table has left, too
     bool operator==(const Column&) const = default;
   };
   using ColumnRule = std::function<Column(std::size_t column)>;
@@ -242,6 +242,10 @@ class Table final : public Control {
   // Shows the rows anew. Rows that are gone are not selected any more, which is told, or not.
   void reloadData(Tell tell = Tell::Yes);
 
+  // What shows the table goes to its first row and column; how often that was asked for.
+  void scrollToStart();
+  std::uint64_t scrollsToStart() const { return scrollsToStart_; }
+
  private:
   IndexSet withinTable(const IndexSet& rows) const;
   void tellSelection() const;
@@ -253,6 +257,7 @@ class Table final : public Control {
   std::uint64_t columnsVersion_ = 1;
   std::map<std::size_t, int> widthsByUser_;  // of columns by a rule
   int width_ = 0;
+  std::uint64_t scrollsToStart_ = 0;
   IndexSet selectedRows_;
   std::function<void()> selectionChanged_;
 };

@@ -37,18 +37,18 @@ void PreviewTable::fitAndReload(std::int64_t startPreviewFromLine) {
   const auto firstRow = static_cast<std::size_t>(std::max<std::int64_t>(startPreviewFromLine, 1) - 1);
   lines_ = stores_.rows(side_, firstRow, shownRowCount_);
   fitColumns(columnCount);
+  table_.scrollToStart();
   reload();
 }
 
 // Widths that the user gave are gone afterwards: this is meant.
 void PreviewTable::fitColumns(std::size_t count) {
-  std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth, true, false}};
+  std::vector<Table::Column> columns = {{columnPrefix_ + "0", {}, kLineNumberWidth, true}};
   for (std::size_t column = 1; column < count; ++column) {
     std::u16string title;
     appendInteger(static_cast<std::int64_t>(column), title);
-    columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth, true, false});
+    columns.push_back({columnPrefix_ + std::to_string(column), std::move(title), kColumnWidth, true});
   }
-  columns.back().fillsTable = true;
   table_.setColumns(std::move(columns));
 }
 

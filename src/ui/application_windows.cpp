@@ -34,6 +34,7 @@ namespace {
 
 constexpr int kLeastSheetWidth = 420;  // logical pixels
 constexpr QSize kCellTextSize(420, 140);
+constexpr const char* kBlocked = "blocked";  // by a sheet or an alert
 
 bool isSheet(const Window& window) {
   return window.cancelButton() != nullptr;
@@ -212,6 +213,10 @@ bool ApplicationWindows::eventFilter(QObject* watched, QEvent* event) {
         return isSheet(*window);
       }
       break;
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+      watched->setProperty(kBlocked, event->type() == QEvent::WindowBlocked);
+      break;
     case QEvent::KeyPress:
       if (takesKey(watched, *static_cast<QKeyEvent*>(event))) return true;
       break;
@@ -245,7 +250,10 @@ bool ApplicationWindows::takesKey(const QObject* watched, const QKeyEvent& key) 
 
 MenuActions ApplicationWindows::menuActions(Window& window) {
   MenuActions actions;
-  actions.perform = [this](const std::string& command) { perform(command); };
+  // A widget of the window may still have keys when a sheet has come before it.
+  actions.perform = [this, &window](const std::string& command) {
+    if (!widget(window.name())->property(kBlocked).toBool()) perform(command);
+  };
   actions.isEnabled = [this](const std::string& command) { return application_.validateMenuItem(command); };
   actions.close = [this, &window] { widget(window.name())->close(); };
   actions.quit = quit_;

@@ -46,6 +46,7 @@ class ApplicationWindows final : public QObject {
   void dressClipboardWindow();
   void tickWhereASeparatorIsGiven(const char* comboBox, const char* checkBox);
   void dressJobsWindow();
+  void showFilesOfSelectedJob(TableView& jobs);
   void renameSelectedJob();
   void dressPreferences();
   MenuActions menuActions(Window& window);

@@ -130,9 +130,9 @@ void Binder::visit(Button& button) {
     // The form's own text has a mnemonic.
     const bool isFormText = qString(button.title()) == withoutMnemonic(formText);
     widget->setText(isFormText ? formText : withoutMnemonics(button.title()));
-    if (!button.toolTip().empty()) widget->setToolTip(qString(button.toolTip()));
+    if (!button.toolTip().empty()) widget->setToolTip(plainToolTip(qString(button.toolTip())));
     if (widget->text().isEmpty() && widget->accessibleName().isEmpty())
-      widget->setAccessibleName(widget->toolTip());
+      widget->setAccessibleName(button.toolTip().empty() ? widget->toolTip() : qString(button.toolTip()));
   });
   QObject::connect(widget, &QAbstractButton::clicked, widget, [&button] { button.press(); });
 }
@@ -156,10 +156,14 @@ void Binder::visit(PopUpButton& popUp) {
       same = widget->itemText(i) == qString(popUp.items()[static_cast<std::size_t>(i)].title);
     if (!same) {
       widget->clear();
-      for (const auto& item : popUp.items())
+      for (const auto& item : popUp.items()) {
         widget->addItem(qString(item.title), static_cast<qlonglong>(item.tag));
+        if (!item.toolTip.empty())
+          widget->setItemData(widget->count() - 1, qString(item.toolTip), Qt::ToolTipRole);
+      }
     }
     widget->setCurrentIndex(widget->findData(static_cast<qlonglong>(popUp.selectedTag())));
+    widget->setToolTip(widget->currentData(Qt::ToolTipRole).toString());
   });
   QObject::connect(widget, &QComboBox::activated, widget,
                    [&popUp, widget](int index) { popUp.userSelects(widget->itemData(index).toLongLong()); });
@@ -294,11 +298,12 @@ void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
     if (columns) columns->userResizes(column, width);
     table.userResizesColumn(model.tableColumn(column), width);
   });
-  keepShown(table, view, [&table, &view, &model, columns] {
+  keepShown(table, view, [&table, &view, &model, columns, scrolls = std::make_shared<std::uint64_t>(0)] {
     view.setProperty("showingSelection", true);
     model.refresh();
     view.showColumnWidths(table, model.firstColumn());
     if (columns) columns->fit();
+    if (std::exchange(*scrolls, table.scrollsToStart()) != table.scrollsToStart()) view.scrollToStart();
     if (view.selectedRowIndexes() != table.selectedRows()) {
       view.selectionModel()->select(selectionOf(table, model), QItemSelectionModel::ClearAndSelect);
       if (const std::int64_t row = table.selectedRow(); row >= 0) {

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -98,6 +99,9 @@ void ApplicationWindows::dressClipboardWindow() {
                              "clipboardDataSplitWindowSplitClipboardIntoLinesCheckbox");
   tickWhereASeparatorIsGiven("clipboardDataSplitWindowColumnSeparatorComboBox",
                              "clipboardDataSplitWindowSplitLinesIntoColumnsCheckbox");
+  // The step that has just been performed is the last one.
+  auto* performed = find<TableView>("clipboardDataWindow", "clipboardDataWindowOperationsTableView");
+  connect(performed->model(), &QAbstractItemModel::rowsInserted, performed, &QTableView::scrollToBottom);
   auto* grid = find<GridView>("clipboardDataWindow", "clipboardDataTableView");
   QMenu* menus[] = {newPerformMenu(grid, actions), newLinesMenu(grid, actions),
                     newColumnsMenu(grid, actions)};
@@ -174,9 +178,33 @@ void ApplicationWindows::dressJobsWindow() {
   constexpr int kNameColumn = 1;
   auto* jobs = find<TableView>("previousJobsWindow", "previousJobsWindowJobsTableView");
   jobs->setEditTriggers(QAbstractItemView::DoubleClicked);
+  showFilesOfSelectedJob(*jobs);
   static_cast<TableModel*>(jobs->model())->setEditing(kNameColumn, [this](int row, const QString& name) {
     application_.previousJobsWindow().saveJobName(u16String(name), row);
   });
+}
+
+// A search, a save and a new name empty the list of files though the job stays selected: a click on it, or
+// Space, brings them back, and until then the list does not ask for a job.
+void ApplicationWindows::showFilesOfSelectedJob(TableView& jobs) {
+  auto* files = find<TableView>("previousJobsWindow", "previousJobsWindowFilesTableView");
+  auto* control = dynamic_cast<Table*>(application_.interface().control("previousJobsWindowJobsTableView"));
+  const auto isWithoutFiles = [&jobs, files] {
+    return files->model()->rowCount() == 0 && jobs.selectedRowIndexes().count() == 1;
+  };
+  const auto showAgain = [&jobs, control, isWithoutFiles] {
+    if (isWithoutFiles()) control->userSelects(jobs.selectedRowIndexes());
+  };
+  connect(&jobs, &QTableView::clicked, files, showAgain);
+  jobs.setKeyFilter([showAgain](const QKeyEvent& event) {
+    if (event.key() == Qt::Key_Space && event.modifiers() == Qt::NoModifier) showAgain();
+    return false;
+  });
+  const auto tellWhatIsMissing = [files, isWithoutFiles, text = files->emptyText()] {
+    files->setEmptyText(isWithoutFiles() ? QString() : text);
+  };
+  connect(files->model(), &QAbstractItemModel::rowsRemoved, files, tellWhatIsMissing);
+  connect(jobs.selectionModel(), &QItemSelectionModel::selectionChanged, files, tellWhatIsMissing);
 }
 
 // In its place in the table.
@@ -196,7 +224,16 @@ void ApplicationWindows::dressPreferences() {
   form->setFixedWidth(480);
   for (QLineEdit* edit : form->findChildren<QLineEdit*>()) edit->setFont(fixedWidthFont());
   connect(form->findChild<QDialogButtonBox*>(), &QDialogButtonBox::rejected, form, &QWidget::close);
-  connect(new QShortcut(QKeySequence(Qt::Key_Escape), form), &QShortcut::activated, form, &QWidget::close);
+  // It has no menus, so it has the keys of theirs that concern every window.
+  const auto add = [form](const QKeySequence& key, auto&& run) {
+    connect(new QShortcut(key, form), &QShortcut::activated, form, run);
+  };
+  for (const QKeySequence& key : {QKeySequence(Qt::Key_Escape), QKeySequence(Qt::CTRL | Qt::Key_W)})
+    add(key, [form] { form->close(); });
+  add(Qt::CTRL | Qt::Key_Q, [this] { quit_(); });
+  add(Qt::CTRL | Qt::Key_1, [this] { perform("quilletWindowMenuItemClicked"); });
+  add(Qt::CTRL | Qt::Key_2, [this] { perform("clipboardDataWindowMenuItemClicked"); });
+  add(Qt::CTRL | Qt::Key_3, [this] { perform("previousJobsWindowMenuItemActionClicked"); });
 }
 
 }  // namespace quillet::ui

@@ -205,12 +205,15 @@ void GridView::refresh() {
   showFocus();
 }
 
-// Keys move the focus out of sight of the eye, so it is brought into the view.
+// Keys move the focus out of sight of the eye, so it is brought into the view; where it has not moved, what
+// the user has scrolled to stays.
 void GridView::showFocus() {
   const quillet::ClipboardSelection& selection = group_->data().selection();
   const QModelIndex index = model_->index(static_cast<int>(selection.focusedRowIndex()),
                                           static_cast<int>(selection.focusedColumnIndex()));
-  if (!index.isValid() || index == currentIndex()) return;
+  const QPoint focus(index.column(), index.row());  // -1, -1 for none
+  const bool moved = std::exchange(shownFocus_, focus) != focus || !currentIndex().isValid();
+  if (!index.isValid() || !moved) return;
   setCurrentIndex(index);
   tellFocusedCell();
 }

@@ -65,5 +65,6 @@ class GridView final : public TableView {
 
   quillet::ClipboardGroup* group_ = nullptr;
   quillet::ui::GridModel* model_ = nullptr;
+  QPoint shownFocus_{-1, -1};  // column and row
   bool wasShown_ = false;
 };

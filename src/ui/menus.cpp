@@ -7,6 +7,7 @@
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPointer>
 #include <cstring>
 #include <span>
 
@@ -264,26 +265,46 @@ bool isGrid(const QWidget* widget) {
   return widget && widget->objectName() == QLatin1String("clipboardDataTableView");
 }
 
-void addFocusItems(Builder& builder, QMenu& menu, const MenuActions& actions) {
+// Where the keys of the menu's window go, also while its menu bar has them.
+class KeysBehindMenu final : public QObject {
+ public:
+  explicit KeysBehindMenu(QMenu& menu) : QObject(&menu) {
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+      if (now && !qobject_cast<QMenuBar*>(now) && !qobject_cast<QMenu*>(now)) last_ = now;
+    });
+  }
+
+  QWidget* widget() const {
+    QWidget* focused = QApplication::focusWidget();
+    if (!qobject_cast<QMenuBar*>(focused) && !qobject_cast<QMenu*>(focused)) return focused;
+    return last_ && last_->window() == focused->window() && last_->isVisible() ? last_ : nullptr;
+  }
+
+ private:
+  QPointer<QWidget> last_;
+};
+
+void addFocusItems(Builder& builder, QMenu& menu, const KeysBehindMenu& keys, const MenuActions& actions) {
   for (const EditItem& item : kEditItems) {
     QAction* action = builder.addAction(translated(item.text), nullptr);
     // Shown only: the widget with the focus has the key itself.
     action->setShortcut(item.shortcut);
     action->setShortcutContext(Qt::WidgetShortcut);
     const bool isSelectAll = std::strcmp(item.slot, "selectAll") == 0;
-    QObject::connect(action, &QAction::triggered, action, [slot = item.slot, isSelectAll, actions] {
-      QWidget* focused = QApplication::focusWidget();
+    QObject::connect(action, &QAction::triggered, action, [&keys, slot = item.slot, isSelectAll, actions] {
+      QWidget* focused = keys.widget();
       if (isGrid(focused) && isSelectAll) return actions.perform("rowsTableViewSelectAllMenuItemClicked");
       perform(focused, slot);
     });
-    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, slot = item.slot, isSelectAll] {
-      QWidget* focused = QApplication::focusWidget();
+    QObject::connect(&menu, &QMenu::aboutToShow, action, [&keys, action, slot = item.slot, isSelectAll] {
+      QWidget* focused = keys.widget();
       action->setEnabled(isGrid(focused) ? isSelectAll : canPerform(focused, slot));
     });
   }
 }
 
-void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuActions& actions) {
+void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const KeysBehindMenu& keys,
+                  const MenuActions& actions) {
   const bool ofGrid = menuOf == MenuOf::Clipboard;
   const auto add = [&](const char* word, const char16_t* wordWithName, QKeySequence::StandardKey key,
                        const std::function<QString()>& name, const std::function<void()>& run,
@@ -291,19 +312,20 @@ void addUndoItems(Builder& builder, QMenu& menu, MenuOf menuOf, const MenuAction
     QAction* action = builder.addAction(translated(word), nullptr);
     action->setShortcuts(key);
     action->setShortcutContext(ofGrid ? Qt::WindowShortcut : Qt::WidgetShortcut);
-    QObject::connect(action, &QAction::triggered, action, [ofGrid, run, slot] {
-      QWidget* focused = QApplication::focusWidget();
+    QObject::connect(action, &QAction::triggered, action, [&keys, ofGrid, run, slot] {
       if (ofGrid)
         run();
       else
-        perform(focused, slot);
+        perform(keys.widget(), slot);
     });
-    QObject::connect(&menu, &QMenu::aboutToShow, action, [action, ofGrid, name, word, wordWithName, slot] {
-      const QString what = ofGrid ? name() : QString();
-      action->setText(what.isEmpty() ? translated(word)
-                                     : withoutMnemonics(localizedFormat(wordWithName, {u16String(what)})));
-      action->setEnabled(ofGrid ? !what.isEmpty() : canPerform(QApplication::focusWidget(), slot));
-    });
+    QObject::connect(
+        &menu, &QMenu::aboutToShow, action, [&keys, action, ofGrid, name, word, wordWithName, slot] {
+          const QString what = ofGrid ? name() : QString();
+          action->setText(what.isEmpty()
+                              ? translated(word)
+                              : withoutMnemonics(localizedFormat(wordWithName, {u16String(what)})));
+          action->setEnabled(ofGrid ? !what.isEmpty() : canPerform(keys.widget(), slot));
+        });
   };
   add(localizable("Undo"), localizable(u"Undo %@"), QKeySequence::Undo, actions.undoName, actions.undo,
       "undo");
@@ -326,9 +348,10 @@ void addFileMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActio
 void addEditMenu(Builder& builder, QMenuBar& bar, MenuOf menuOf, const MenuActions& actions) {
   QMenu* menu = builder.menu("&Edit");
   bar.addMenu(menu);
-  addUndoItems(builder, *menu, menuOf, actions);
+  const auto* keys = new KeysBehindMenu(*menu);
+  addUndoItems(builder, *menu, menuOf, *keys, actions);
   builder.separator();
-  addFocusItems(builder, *menu, actions);
+  addFocusItems(builder, *menu, *keys, actions);
   builder.separator();
   builder.addCommand({localizable("Preferences…"), "Ctrl+,", "preferencesMenuItemClicked"});
 }

@@ -12,6 +12,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,10 +22,12 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <limits>
 
 #include "platform/localization.h"
 #include "shell/controls.h"
 #include "ui/text_conversion.h"
+#include "ui/theme.h"
 
 namespace quillet::ui {
 
@@ -33,16 +36,25 @@ namespace {
 constexpr int kFileManagerPatience = 2'000;  // milliseconds
 constexpr int kPromptFieldWidth = 200;
 constexpr int kAlertIconSize = 48;
+constexpr int kLeastAlertWidth = 320;  // logical pixels
+
+// By a space in its layout: a box whose label has a least width takes that for all that the text needs.
+void widen(QMessageBox& box) {
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  if (grid) grid->addItem(new QSpacerItem(kLeastAlertWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
 
 QMessageBox* newAlert(std::u16string_view title, std::u16string_view message, QWidget* parent) {
   auto* box = new QMessageBox(parent);
   box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setTextFormat(Qt::PlainText);
   box->setIconPixmap(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")).pixmap(kAlertIconSize));
   box->setText(qString(title));
   box->setInformativeText(qString(message));
+  // Names of files and what is in them are shown as they are; the box itself cares for its first text alone.
+  for (QLabel* label : box->findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   box->setWindowModality(parent ? Qt::WindowModal : Qt::ApplicationModal);
   if (parent) box->setWindowFlag(Qt::Sheet);
+  widen(*box);
   return box;
 }
 
@@ -58,6 +70,25 @@ QFileDialog* newPanel(std::u16string_view title, std::u16string_view prompt, QWi
   panel->setWindowModality(Qt::WindowModal);
   panel->setLabelText(QFileDialog::Accept, qString(prompt));
   return panel;
+}
+
+constexpr const char* kEnded = "ended";
+
+// Opens what stands before a window, or before all. Of one window they come one after the other: the next one
+// opens when the one before it has ended.
+void openInTurn(QDialog* dialog) {
+  QObject::connect(dialog, &QDialog::finished, dialog, [dialog] { dialog->setProperty(kEnded, true); });
+  dialog->setProperty(kEnded, false);
+  QDialog* before = nullptr;
+  if (QWidget* window = dialog->parentWidget())
+    for (auto* other : window->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
+      if (const QVariant ended = other->property(kEnded);
+          other != dialog && ended.isValid() && !ended.toBool())
+        before = other;
+  if (before)
+    QObject::connect(before, &QDialog::finished, dialog, &QDialog::open);
+  else
+    dialog->open();
 }
 
 // What stands before the window and has its keys: a sheet or an alert of it, or of the whole application.
@@ -105,7 +136,7 @@ void QtDesktop::showAbout(QWidget& window) {
   QMessageBox* box = newAlert(u16String(QStringLiteral("Quillet ") + QCoreApplication::applicationVersion()),
                               u16String(QObject::tr("Quillet prepares delimited text data.")), &window);
   box->setWindowTitle(QObject::tr("About Quillet"));
-  box->open();
+  openInTurn(box);
 }
 
 void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message) {
@@ -113,7 +144,7 @@ void QtDesktop::showAlert(std::u16string_view title, std::u16string_view message
 }
 
 void QtDesktop::showAlertInWindow(std::u16string_view title, std::u16string_view message, WindowName window) {
-  newAlert(title, message, widgetOf(window))->open();
+  openInTurn(newAlert(title, message, widgetOf(window)));
 }
 
 void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view message,
@@ -130,7 +161,7 @@ void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view messa
     const auto pressed = std::find(added.begin(), added.end(), box->clickedButton());
     answered(pressed == added.end() ? added.size() - 1 : static_cast<std::size_t>(pressed - added.begin()));
   });
-  box->open();
+  openInTurn(box);
 }
 
 void QtDesktop::askForText(std::u16string_view prompt, std::u16string_view info, std::u16string_view text,
@@ -138,8 +169,11 @@ void QtDesktop::askForText(std::u16string_view prompt, std::u16string_view info,
   auto* dialog = new QDialog(widgetOf(window), Qt::Sheet);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowModality(Qt::WindowModal);
-  dialog->setWindowTitle(qString(prompt));
-  auto* field = new QLineEdit(qString(text));
+  if (!info.empty()) dialog->setWindowTitle(qString(prompt));  // else it is the label
+  auto* field = new QLineEdit;
+  field->setFont(fixedWidthFont());
+  field->setMaxLength(std::numeric_limits<int>::max());
+  field->setText(qString(text));
   field->setMinimumWidth(kPromptFieldWidth);
   auto* label = new QLabel(qString(info.empty() ? prompt : info));
   label->setTextFormat(Qt::PlainText);
@@ -154,8 +188,8 @@ void QtDesktop::askForText(std::u16string_view prompt, std::u16string_view info,
   layout->addWidget(label);
   layout->addWidget(field);
   layout->addWidget(buttons);
-  dialog->open();
   field->selectAll();
+  openInTurn(dialog);
 }
 
 void QtDesktop::chooseFiles(std::u16string_view title, std::u16string_view prompt,
@@ -172,7 +206,7 @@ void QtDesktop::chooseFiles(std::u16string_view title, std::u16string_view promp
   QObject::connect(
       panel, &QFileDialog::filesSelected, panel,
       [confirmed = std::move(confirmed)](const QStringList& paths) { confirmed(pathsOf(paths)); });
-  panel->open();
+  openInTurn(panel);
 }
 
 void QtDesktop::chooseFolder(std::u16string_view title, std::u16string_view prompt,
@@ -183,7 +217,7 @@ void QtDesktop::chooseFolder(std::u16string_view title, std::u16string_view prom
   QObject::connect(
       panel, &QFileDialog::filesSelected, panel,
       [confirmed = std::move(confirmed)](const QStringList& paths) { confirmed(pathsOf(paths)); });
-  panel->open();
+  openInTurn(panel);
 }
 
 // The file manager is asked without waiting for it; where there is none the folder is opened instead.

@@ -93,7 +93,10 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
   const QFont detail = detailFont(option.font);
   const int titleHeight = QFontMetrics(title).height();
   const int detailHeight = QFontMetrics(detail).height();
-  const int top = rect.center().y() - heightOf(option.font) / 2 + 1;
+  const QString detailText = index.data(TableModel::DetailRole).toString();
+  // A title alone stands in the middle.
+  const int linesHeight = detailText.isEmpty() ? titleHeight : heightOf(option.font);
+  const int top = rect.center().y() - linesHeight / 2 + 1;
   const auto paintText = [&](const QFont& font, const QColor& colour, int y, int height,
                              const QString& text) {
     painter->setFont(font);
@@ -103,8 +106,7 @@ void OperationDelegate::paint(QPainter* painter, const QStyleOptionViewItem& opt
                       static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter), shown);
   };
   paintText(title, textColour(option), top, titleHeight, index.data(Qt::DisplayRole).toString());
-  paintText(detail, detailColour(option), top + titleHeight + kLineGap, detailHeight,
-            index.data(TableModel::DetailRole).toString());
+  paintText(detail, detailColour(option), top + titleHeight + kLineGap, detailHeight, detailText);
   paintFocus(*painter, option);
   painter->restore();
 }

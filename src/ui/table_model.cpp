@@ -88,8 +88,9 @@ QVariant TableModel::operationData(const QModelIndex& index, int role) const {
     case IconRole:
       return part(kIcon);
     case DetailRole:
-    case Qt::ToolTipRole:
       return part(kDetail);
+    case Qt::ToolTipRole:
+      return plainToolTip(part(kDetail).isEmpty() ? part(kTitle) : part(kDetail));
     case Qt::AccessibleTextRole:
       return QString(part(kTitle) + QLatin1String(", ") + part(kDetail));
     default:

@@ -9,9 +9,17 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimerEvent>
 #include <algorithm>
 #include <utility>
+
+namespace {
+
+constexpr int kDragScrollInterval = 60;  // milliseconds, for a row
+
+}  // namespace
 
 TableView::TableView(QWidget* parent) : QTableView(parent) {
   setSelectionBehavior(SelectRows);
@@ -96,6 +104,11 @@ void TableView::setDrops(Drops drops) {
   viewport()->setAcceptDrops(true);
 }
 
+void TableView::scrollToStart() {
+  verticalScrollBar()->setValue(0);
+  horizontalScrollBar()->setValue(0);
+}
+
 quillet::IndexSet TableView::selectedRowIndexes() const {
   quillet::IndexSet rows;
   if (!selectionModel()) return rows;
@@ -119,9 +132,34 @@ void TableView::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect(), static_cast<int>(Qt::AlignCenter | Qt::TextWordWrap), emptyText_);
 }
 
+// A list has no columns to go through, so Home and End are its first and last row; and an arrow selects where
+// nothing is selected yet.
+bool TableView::takesListKey(const QKeyEvent& event) {
+  const int count = model() ? model()->rowCount() : 0;
+  if (count == 0 || !verticalHeader()->isHidden()) return false;
+  const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
+  const bool isHome = event.key() == Qt::Key_Home;
+  if (isHome || event.key() == Qt::Key_End) {
+    const int end = isHome ? 0 : count - 1;
+    const int from =
+        currentIndex().isValid() && modifiers.testFlag(Qt::ShiftModifier) ? currentIndex().row() : end;
+    selectRows(std::min(from, end), std::max(from, end));
+    scrollTo(model()->index(end, 0));
+    return true;
+  }
+  const bool isUp = event.key() == Qt::Key_Up;
+  const bool isArrow = modifiers == Qt::NoModifier && (isUp || event.key() == Qt::Key_Down);
+  if (!isArrow || !selectedRowIndexes().isEmpty()) return false;
+  const int first = isUp ? count - 1 : 0;
+  const int row = currentIndex().isValid() ? currentIndex().row() : first;
+  selectRows(row, row);
+  return true;
+}
+
 // Return is the table's own command, not an activation of a cell.
 void TableView::keyPressEvent(QKeyEvent* event) {
   if (keyFilter_ && keyFilter_(*event)) return;
+  if (takesListKey(*event)) return;
   const bool isMove = event->modifiers() == Qt::AltModifier && !drops_.mimeType.isEmpty();
   if (isMove && event->key() == Qt::Key_Up) return emit moveAsked(-1);
   if (isMove && event->key() == Qt::Key_Down) return emit moveAsked(1);
@@ -152,7 +190,12 @@ void TableView::dragEnterEvent(QDragEnterEvent* event) {
 
 void TableView::dragMoveEvent(QDragMoveEvent* event) {
   const bool accepts = drops_.accepts && drops_.accepts(*event->mimeData());
-  dropRow_ = accepts ? dropRowAt(event->position().toPoint()) : -1;
+  dragPoint_ = event->position().toPoint();
+  dropRow_ = accepts ? dropRowAt(dragPoint_) : -1;
+  if (!accepts || edgeAt(dragPoint_) == 0)
+    dragScroll_.stop();
+  else if (!dragScroll_.isActive())
+    dragScroll_.start(kDragScrollInterval, this);
   if (accepts)
     event->acceptProposedAction();
   else
@@ -161,17 +204,34 @@ void TableView::dragMoveEvent(QDragMoveEvent* event) {
 }
 
 void TableView::dragLeaveEvent(QDragLeaveEvent*) {
+  dragScroll_.stop();
   dropRow_ = -1;
   viewport()->update();
 }
 
 void TableView::dropEvent(QDropEvent* event) {
+  dragScroll_.stop();
   const int row = dropRowAt(event->position().toPoint());
   dropRow_ = -1;
   viewport()->update();
   if (!drops_.accepts || !drops_.accepts(*event->mimeData())) return event->ignore();
   event->acceptProposedAction();
   drops_.drop(*event->mimeData(), row);
+}
+
+// -1 for the upper, 1 for the lower edge.
+int TableView::edgeAt(const QPoint& point) const {
+  if (point.y() < autoScrollMargin()) return -1;
+  return point.y() >= viewport()->height() - autoScrollMargin() ? 1 : 0;
+}
+
+// The rows go by below what is held at the edge. Not Qt's own way, which waits for the mouse after a row.
+void TableView::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != dragScroll_.timerId()) return QTableView::timerEvent(event);
+  QScrollBar* bar = verticalScrollBar();
+  bar->setValue(bar->value() + edgeAt(dragPoint_) * bar->singleStep());
+  dropRow_ = dropRowAt(dragPoint_);
+  viewport()->update();  // the line is no part of what has been moved
 }
 
 // The gap between two rows that is nearest.

@@ -2,6 +2,7 @@
 // and drops between rows that go to the application.
 #pragma once
 
+#include <QBasicTimer>
 #include <QString>
 #include <QTableView>
 #include <cstdint>
@@ -42,6 +43,9 @@ class TableView : public QTableView {
   };
   void setDrops(Drops drops);
 
+  // The first row and column are in sight.
+  void scrollToStart();
+
   quillet::IndexSet selectedRowIndexes() const;
   void selectRows(int first, int last);  // these alone, as the user does
 
@@ -63,9 +67,12 @@ class TableView : public QTableView {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void changeEvent(QEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   void applyRowHeight();
+  bool takesListKey(const QKeyEvent& event);
+  int edgeAt(const QPoint& point) const;
   int dropRowAt(const QPoint& point) const;
   void paintDropLine();
 
@@ -77,6 +84,8 @@ class TableView : public QTableView {
   Drops drops_;
   std::function<bool(const QKeyEvent& event)> keyFilter_;
   int dropRow_ = -1;
+  QPoint dragPoint_;  // in the viewport
+  QBasicTimer dragScroll_;
 };
 
 // The rows of one of this process's tables on their way to a drop; nothing for those of another process.

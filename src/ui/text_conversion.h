@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,11 @@ inline std::u16string u16String(const QString& text) {
 // A text of the application for a place where "&" would mark a mnemonic.
 inline QString withoutMnemonics(std::u16string_view text) {
   return qString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// A tool tip that shows the text as it is, though it looks like a page.
+inline QString plainToolTip(const QString& text) {
+  return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 // The text as it is read, of one that marks its mnemonic: "&Save" or, where letters are none of the

@@ -25,7 +25,7 @@ const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), 
                     rgb(0x2C3036), rgb(0x3C4249), rgb(0xC3CAD3)};
 
 const char* const kStyleSheet = R"(
-QMessageBox QLabel#qt_msgbox_label { font-weight: 600; min-width: 240px; }
+QMessageBox QLabel#qt_msgbox_label { font-weight: 600; }
 QHeaderView { border: none; background: palette(base); }
 QHeaderView#columnHeader { background: palette(window); }
 GridView QHeaderView { background: palette(window); }

@@ -4,8 +4,8 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QShortcut>
-#include <QStackedWidget>
 #include <QUrl>
+#include <algorithm>
 #include <utility>
 
 #include "shell/drag_and_drop.h"
@@ -62,6 +62,33 @@ char16_t keyOf(const QKeyEvent& event) {
   }
 }
 
+bool isTabStop(const QWidget& widget) {
+  return widget.isVisible() && widget.isEnabled() && (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus;
+}
+
+// The pane itself or what is first in it; nothing where it is out of sight.
+QWidget* firstTabStop(QWidget& pane) {
+  if (isTabStop(pane)) return &pane;
+  const QList<QWidget*> children = pane.findChildren<QWidget*>();
+  const auto first =
+      std::find_if(children.begin(), children.end(), [](auto* child) { return isTabStop(*child); });
+  return first == children.end() ? nullptr : *first;
+}
+
+bool hasFocus(const QWidget& pane) {
+  return pane.hasFocus() || pane.isAncestorOf(QApplication::focusWidget());
+}
+
+// Where Tab would go from the end of the pane: from the only one in sight F6 goes on there.
+QWidget* tabStopBeyond(QWidget& pane, int step) {
+  const auto next = [step](const QWidget& widget) {
+    return step > 0 ? widget.nextInFocusChain() : widget.previousInFocusChain();
+  };
+  for (QWidget* widget = next(pane); widget != &pane; widget = next(*widget))
+    if (!pane.isAncestorOf(widget) && isTabStop(*widget)) return widget;
+  return nullptr;
+}
+
 }  // namespace
 
 // What tables do with keys before Qt sees them. F6 goes round the panes of a window.
@@ -88,15 +115,17 @@ void ApplicationWindows::addKeys() {
 void ApplicationWindows::addPaneKeys(std::string_view window, const QStringList& panes) {
   QWidget* form = widget(window);
   const auto go = [form, panes](int step) {
-    const auto count = static_cast<int>(panes.size());
+    std::vector<QWidget*> inSight;
+    for (const QString& name : panes)
+      if (auto* pane = form->findChild<QWidget*>(name); firstTabStop(*pane)) inSight.push_back(pane);
+    if (inSight.empty()) return;
+    const auto count = static_cast<int>(inSight.size());
     int now = step > 0 ? -1 : count;
-    for (int i = 0; i < count; ++i) {
-      const auto* pane = form->findChild<QWidget*>(panes[i]);
-      if (pane->hasFocus() || pane->isAncestorOf(QApplication::focusWidget())) now = i;
-    }
-    auto* next = form->findChild<QWidget*>(panes[(now + step + count) % count]);
-    if (auto* stack = qobject_cast<QStackedWidget*>(next)) next = stack->currentWidget();
-    next->setFocus(Qt::ShortcutFocusReason);
+    for (int i = 0; i < count; ++i)
+      if (hasFocus(*inSight[static_cast<std::size_t>(i)])) now = i;
+    QWidget* pane = inSight[static_cast<std::size_t>((now + step + count) % count)];
+    QWidget* next = hasFocus(*pane) ? tabStopBeyond(*pane, step) : firstTabStop(*pane);
+    if (next) next->setFocus(Qt::ShortcutFocusReason);
   };
   connect(new QShortcut(QKeySequence(Qt::Key_F6), form), &QShortcut::activated, form, [go] { go(1); });
   connect(new QShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F6), form), &QShortcut::activated, form,

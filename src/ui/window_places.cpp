@@ -1,6 +1,9 @@
 #include "ui/window_places.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QSplitter>
+#include <QStyle>
 
 namespace quillet::ui {
 
@@ -15,8 +18,16 @@ QString keyOf(const QString& window, const QString& part) {
 
 }  // namespace
 
+void fitOnScreen(QWidget& window, QSize available) {
+  const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+  window.resize(window.size().boundedTo(available - QSize(0, title)));
+}
+
 void WindowPlaces::restore(const QString& name, QWidget& window) {
-  window.restoreGeometry(settings_.value(keyOf(name, QStringLiteral("geometry"))).toByteArray());
+  if (!window.restoreGeometry(settings_.value(keyOf(name, QStringLiteral("geometry"))).toByteArray()))
+    if (QGuiApplication::platformName() !=
+        QLatin1String("offscreen"))  // which has no screen to be larger than
+      fitOnScreen(window, window.screen()->availableSize());
   for (QSplitter* splitter : window.findChildren<QSplitter*>())
     splitter->restoreState(settings_.value(keyOf(name, splitter->objectName())).toByteArray());
   if (auto* pane = window.findChild<QWidget*>(QLatin1String(kPaneToHide)))

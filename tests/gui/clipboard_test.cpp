@@ -1,7 +1,9 @@
 // The clipboard data window, from Refresh to Join, with its mouse and its keys.
 #include <QClipboard>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QTableView>
 #include <QToolButton>
 
@@ -202,6 +204,14 @@ TEST_F(Clipboard, ControlAAndTheMenuSelectAll) {
   EXPECT_EQ(selected().size(), 4u);
 }
 
+TEST_F(Clipboard, TheMenuOpenedByItsMnemonicSelectsAll) {
+  open("a,b\nc,d");
+  clickCell(0, 0);
+  chooseByKeys(Qt::Key_E, "Select All");
+  EXPECT_EQ(selected().size(), 4u);
+  EXPECT_TRUE(grid().hasFocus());
+}
+
 TEST_F(Clipboard, KeysMoveTheFocusAndNotTheSelection) {
   open("a,b,c\nd,e,f\ng,h,i");
   clickCell(0, 0);
@@ -223,6 +233,34 @@ TEST_F(Clipboard, KeysMoveTheFocusAndNotTheSelection) {
     EXPECT_TRUE(grid().hasFocus());
   }
   EXPECT_EQ(selected(), (Places{{0, 0}}));
+}
+
+// Only the focus brings the grid to where it is.
+TEST_F(Clipboard, SelectingAllLeavesWhatIsInSight) {
+  std::string lines;
+  for (int line = 0; line < 500; ++line) lines += "a,b\n";
+  open(lines.c_str());
+  clickCell(1, 0);
+  const int end = grid().verticalScrollBar()->maximum();
+  ASSERT_GT(end, 0);
+  for (const bool byKey : {false, true}) {
+    if (byKey)
+      press(Qt::Key_End, Qt::ControlModifier);
+    else
+      grid().verticalScrollBar()->setValue(end);
+    press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(grid().verticalScrollBar()->value(), end) << byKey;
+  }
+  press(Qt::Key_Down);
+  EXPECT_LT(grid().verticalScrollBar()->value(), end);
+}
+
+TEST_F(Clipboard, TheStepPerformedLastIsInSight) {
+  open("a,b");
+  auto& performed = widget<QTableView>("clipboardDataWindowOperationsTableView");
+  for (int step = 0; step < 40; ++step) chooseMenu(kWindow, "Lines", "Add Line to the Top");
+  ASSERT_GT(performed.verticalScrollBar()->maximum(), 0);
+  EXPECT_EQ(performed.verticalScrollBar()->value(), performed.verticalScrollBar()->maximum());
 }
 
 TEST_F(Clipboard, ReturnEditsTheFocusedCell) {
@@ -424,6 +462,43 @@ TEST_F(Clipboard, F6LeavesTheGrid) {
   EXPECT_TRUE(widget("clipboardDataWindowOperationsTableView").hasFocus());
   press(Qt::Key_F6);
   EXPECT_TRUE(grid().hasFocus());
+}
+
+TEST_F(Clipboard, F6PassesOverWhatIsOutOfSight) {
+  launch();
+  press(Qt::Key_2, Qt::ControlModifier);
+  focus("clipboardDataWindowOperationsTableView");
+  press(Qt::Key_F6);
+  EXPECT_TRUE(widget("clipboardDataWindowHelpBoxRefreshButton").hasFocus());
+  refresh("a,b");
+  click("clipboardDataWindowSplitToolbarItem");
+  press(Qt::Key_Return);
+  clickCell(0, 0);
+  chooseMenu(kWindow, "Grid", "Performed Operations");
+  press(Qt::Key_F6);
+  ASSERT_TRUE(QApplication::focusWidget());
+  EXPECT_FALSE(grid().hasFocus());
+  EXPECT_TRUE(QApplication::focusWidget()->isVisible());
+  press(Qt::Key_F6);
+  EXPECT_TRUE(grid().hasFocus());
+}
+
+// As long as a cell can be.
+TEST_F(Clipboard, ThePromptOfAMergeTakesALongText) {
+  open("a\nb\nc");
+  clickNumber(0);
+  clickNumber(1, Qt::ControlModifier);
+  chooseMenu(kWindow, "Lines", "Merge Up…");
+  auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+  ASSERT_TRUE(field);
+  EXPECT_EQ(field->font().family(), ui::fixedWidthFont().family());
+  const QString longText(100'000, QLatin1Char('-'));
+  QApplication::clipboard()->setText(longText);
+  press(Qt::Key_V, Qt::ControlModifier);
+  press(Qt::Key_Return);
+  // A cell shows no more than fits its column.
+  const std::u16string_view merged = application().clipboard().data().clipboardDataArray().row(0).cell(0);
+  EXPECT_EQ(merged.size(), 100'002u);
 }
 
 TEST_F(Clipboard, AWrongCountOfLinesToJoinIsToldInTheWindow) {

@@ -1,7 +1,9 @@
 // The list of input files: what brings files in, moves them and takes them out.
 #include <QDataStream>
+#include <QDropEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QStackedWidget>
 
 #include "gui/user.h"
@@ -123,6 +125,28 @@ TEST_F(Files, AreDraggedWithTheMouse) {
   EXPECT_EQ(selection(kFiles), std::vector{0});
 }
 
+// The list goes on below what is held at its edge, and the gap goes along.
+TEST_F(Files, AreDraggedBeyondWhatIsInSight) {
+  Texts paths;
+  for (int file = 100; file < 160; ++file) paths.push_back(home_.write(std::to_string(file) + ".csv", "1\n"));
+  launch(paths);
+  auto& view = widget<QTableView>(kFiles);
+  ASSERT_GT(view.verticalScrollBar()->maximum(), 0);
+  view.scrollToTop();
+  const QPoint edge(30, view.viewport()->height() - 3);
+  const std::unique_ptr<QMimeData> rows(mimeDataOfRows(kRowsType, IndexSet{0}));
+  QDragEnterEvent enter(edge, Qt::CopyAction, rows.get(), Qt::LeftButton, {});
+  QApplication::sendEvent(view.viewport(), &enter);
+  QDragMoveEvent move(edge, Qt::CopyAction, rows.get(), Qt::LeftButton, {});
+  QApplication::sendEvent(view.viewport(), &move);
+  EXPECT_TRUE(eventually(
+      [&view] { return view.verticalScrollBar()->value() == view.verticalScrollBar()->maximum(); }));
+  QDropEvent dropped(edge, Qt::CopyAction, rows.get(), Qt::LeftButton, {});
+  QApplication::sendEvent(view.viewport(), &dropped);
+  settle();
+  EXPECT_EQ(names().back(), "100.csv");
+}
+
 // Of several, the block goes to the gap, and selected is what stands at the gap's row, which is meant.
 TEST_F(Files, SeveralAreDraggedAsABlock) {
   launchWithFiles({"1\n", "2\n", "3\n", "4\n"});
@@ -210,6 +234,33 @@ TEST_F(Files, ArrowsGoToTheNextFile) {
   clickRow(kFiles, 0);
   press(Qt::Key_Down);
   EXPECT_EQ(text("previewPanelInputFilePathLabel"), paths[1]);
+}
+
+TEST_F(Files, TheEndsOfAListAreReachedByTheirKeys) {
+  launchWithFiles({"1\n", "2\n", "3\n", "4\n"});
+  clickRow(kFiles, 1);
+  press(Qt::Key_End);
+  EXPECT_EQ(selection(kFiles), std::vector{3});
+  press(Qt::Key_Home);
+  EXPECT_EQ(selection(kFiles), std::vector{0});
+  clickRow(kFiles, 2);
+  press(Qt::Key_Home, Qt::ShiftModifier);
+  EXPECT_EQ(selection(kFiles), (std::vector{0, 1, 2}));
+  clickRow(kFiles, 1);
+  press(Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(selection(kFiles), (std::vector{1, 2, 3}));
+}
+
+// One row alone is also reached.
+TEST_F(Files, AnArrowSelectsWhereNothingIsSelected) {
+  launchWithFiles({"1\n", "2\n"});
+  clickRow(kFiles, 0);
+  press(Qt::Key_F6);
+  ASSERT_TRUE(widget("operationsTableView").hasFocus());
+  press(Qt::Key_Down);
+  EXPECT_EQ(selection("operationsTableView"), std::vector{0});
+  press(Qt::Key_Down);
+  EXPECT_EQ(selection("operationsTableView"), std::vector{1});
 }
 
 TEST_F(Files, ADoubleClickShowsTheTextOfTheFile) {

@@ -1,8 +1,10 @@
 // Saved jobs: saving, finding, renaming, bringing back, deleting.
 #include <QClipboard>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTextDocumentFragment>
 
 #include "gui/user.h"
 #include "support/raw_database.h"
@@ -254,6 +256,69 @@ TEST_F(Jobs, ADoubleClickOnAFileTellsItsPath) {
   EXPECT_EQ(alert().text().toStdString(), "Input File Path");
   EXPECT_EQ(alert().informativeText().toStdString(), home_.path("a.csv"));
   answer("OK");
+}
+
+// A name may look like a page.
+TEST_F(Jobs, APathIsToldAsItIs) {
+  const std::string path = home_.write("a<b>bold<br>.csv", "1\n");
+  launch({path});
+  save("one");
+  press(Qt::Key_3, Qt::ControlModifier);
+  clickRow(kJobs, 0);
+  doubleClickRow(kJobFiles, 0);
+  EXPECT_EQ(alert().informativeText().toStdString(), path);
+  for (const QLabel* label : alert().findChildren<QLabel*>())
+    EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->objectName().toStdString();
+  answer("OK");
+  const QString tip = QString::fromStdString(data("operationsTableView", 1, 0, Qt::ToolTipRole));
+  EXPECT_NE(QTextDocumentFragment::fromHtml(tip).toPlainText().indexOf(QLatin1String("a<b>bold<br>.csv")), -1)
+      << tip.toStdString();
+}
+
+// A new name empties the list of files, and leaves the job selected.
+TEST_F(Jobs, ASelectedOneShowsItsFilesAgainByAClick) {
+  saveJobs({"one"});
+  auto& files = widget<TableView>(kJobFiles);
+  const QString asksForJob = files.emptyText();
+  clickRow(kJobs, 0);
+  ASSERT_EQ(column(kJobFiles), (Texts{"a.csv", "b.csv"}));
+  for (const bool byKey : {false, true}) {
+    press(Qt::Key_3, Qt::ControlModifier);
+    ASSERT_EQ(column(kJobFiles), Texts());
+    EXPECT_EQ(selection(kJobs), std::vector{0});
+    EXPECT_EQ(files.emptyText(), QString()) << "one is selected";
+    if (byKey) {
+      focus(kJobs);
+      press(Qt::Key_Space);
+    } else {
+      clickRow(kJobs, 0);
+    }
+    EXPECT_EQ(column(kJobFiles), (Texts{"a.csv", "b.csv"})) << byKey;
+  }
+  clickRow(kJobs, 0, Qt::ControlModifier);
+  EXPECT_EQ(files.emptyText(), asksForJob);
+}
+
+TEST_F(Jobs, TheSearchTellsThatFilesAreLookedForInNames) {
+  saveJobs({"one"});
+  EXPECT_EQ(widget(kSearchType).toolTip(), QString());
+  chooseWithTheMouse(kSearchType, "Files in Job");
+  EXPECT_EQ(widget(kSearchType).toolTip(), QStringLiteral("Looks in job names"));
+  EXPECT_EQ(widget<QComboBox>(kSearchType).itemData(2, Qt::ToolTipRole).toString(),
+            QStringLiteral("Looks in job names"));
+}
+
+// While it is open its bar has the keys.
+TEST_F(Jobs, AFieldIsEditedFromTheMenuOpenedByItsMnemonic) {
+  saveJobs({"one"});
+  click(kSearch);
+  type(QStringLiteral("ab"));
+  chooseByKeys(Qt::Key_E, "Select All");
+  EXPECT_EQ(widget<QLineEdit>(kSearch).selectedText(), QStringLiteral("ab"));
+  chooseByKeys(Qt::Key_E, "Cut");
+  EXPECT_EQ(text(kSearch), "");
+  chooseByKeys(Qt::Key_E, "Undo");
+  EXPECT_EQ(text(kSearch), "ab");
 }
 
 // Jobs of an older way of keeping them have settings instead of operations.

@@ -169,6 +169,21 @@ TEST_F(Keyboard, F6GoesRoundThePanesOfEachMainWindow) {
   });
 }
 
+// With no file only the list and the help are in sight.
+TEST_F(Keyboard, F6GoesToTheHelpAndBackWhileNoFileIsThere) {
+  launch();
+  perform("quilletWindowMenuItemClicked");
+  form("window")->activateWindow();
+  QApplication::processEvents();
+  find<QWidget>("window", "filesTableView")->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+  ASSERT_TRUE(QApplication::focusWidget());
+  EXPECT_TRUE(QApplication::focusWidget()->isVisible());
+  EXPECT_NE(nameOfFocus(), "filesTableView");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F6);
+  EXPECT_EQ(nameOfFocus(), "filesTableView");
+}
+
 // The data of a sheet in the order of Tab, without the name of the sheet; where all are shown and on.
 struct Sheet {
   const char* window;

@@ -37,6 +37,26 @@ TEST_F(Preferences, AreNotModalAndBeginWithTheDefaults) {
   EXPECT_TRUE(isOn("preferencesWindowOpenOutputFolderAfterCompleteButton"));
 }
 
+// They have no menus.
+TEST_F(Preferences, HaveTheKeysThatConcernEveryWindow) {
+  launch();
+  open();
+  press(Qt::Key_W, Qt::ControlModifier);
+  EXPECT_FALSE(isShown(kWindow));
+  struct Key {
+    Qt::Key key;
+    const char* window;
+  };
+  for (const Key& key : {Key{Qt::Key_2, "clipboardDataWindow"}, Key{Qt::Key_3, "previousJobsWindow"}}) {
+    open();
+    press(key.key, Qt::ControlModifier);
+    EXPECT_TRUE(isShown(key.window));
+  }
+  open();
+  press(Qt::Key_1, Qt::ControlModifier);
+  EXPECT_TRUE(form("window").isActiveWindow());
+}
+
 TEST_F(Preferences, StoreTheirTextsWhenTheyClose) {
   launch();
   open();

@@ -1,6 +1,7 @@
 // The preview: its four kinds, the keys of its tables, and its columns.
 #include <QAction>
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTableView>
 
 #include "gui/user.h"
@@ -123,6 +124,32 @@ TEST_F(Preview, ACellThatALineDoesNotHaveIsFramed) {
   EXPECT_EQ(edgeOf(1, 1), frame);
   EXPECT_NE(edgeOf(0, 1), frame);
   EXPECT_NE(edgeOf(1, 0), frame);
+}
+
+// Another file, or another way to the output, is looked at from its beginning.
+TEST_F(Preview, BeginsAtItsFirstRowAndColumn) {
+  std::string wide;
+  for (int column = 1; column <= 60; ++column) wide += "column " + std::to_string(column) + ",";
+  std::string all;
+  for (int line = 0; line < 12; ++line) all += wide + "\n";
+  launchWithFiles({all, all});
+  clickRow("filesTableView", 0);
+  for (const auto& [table, key] : {std::pair{kInput, Qt::Key_2}, std::pair{kOutput, Qt::Key_3}}) {
+    press(key, Qt::AltModifier);
+    auto& view = widget<QTableView>(table);
+    view.resize(300, 90);
+    const auto scroll = [&view] {
+      view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum());
+      view.verticalScrollBar()->setValue(view.verticalScrollBar()->maximum());
+    };
+    scroll();
+    ASSERT_GT(view.horizontalScrollBar()->value(), 0);
+    ASSERT_GT(view.verticalScrollBar()->value(), 0);
+    clickRow("filesTableView", 1);
+    EXPECT_EQ(view.horizontalScrollBar()->value(), 0) << table;
+    EXPECT_EQ(view.verticalScrollBar()->value(), 0) << table;
+    clickRow("filesTableView", 0);
+  }
 }
 
 TEST_F(Preview, F6GoesRoundThePanes) {

@@ -1,6 +1,8 @@
 // Running a job: its folder, its files, and what is told afterwards.
 #include <QFileDialog>
+#include <QLabel>
 #include <QPushButton>
+#include <QToolButton>
 #include <filesystem>
 
 #include "gui/user.h"
@@ -101,6 +103,44 @@ TEST_F(Run, AFolderThatIsGoneIsToldInASheetOfTheWindow) {
   EXPECT_EQ(alert().parentWidget(), &form("window"));
   EXPECT_EQ(alert().informativeText().toStdString(),
             "Output folder does not exist \"" + home_.path("out") + "\" []");
+}
+
+// The panel waits for the end of the alert; and no key of the window goes on behind the two.
+TEST_F(Run, AFolderThatIsGoneIsToldBeforeAnotherIsAskedFor) {
+  launchWithFiles({"a\n"});
+  chooseFolder();
+  std::filesystem::remove(home_.path("out"));
+  focus("filesTableView");
+  press(Qt::Key_R, Qt::ControlModifier);
+  ASSERT_TRUE(hasAlert());
+  for (const QFileDialog* panel : form("window").findChildren<QFileDialog*>())
+    EXPECT_FALSE(panel->isVisible());
+  menuItem("window", "File", "Remove Selected Files").trigger();
+  EXPECT_EQ(column("filesTableView").size(), 1u);
+  answer("OK");
+  EXPECT_EQ(panel().parentWidget(), &form("window"));
+  answerPanel(folder());
+  menuItem("window", "File", "Remove Selected Files").trigger();
+  EXPECT_EQ(column("filesTableView").size(), 0u) << "the window has its keys again";
+}
+
+// Each of these texts is longer than a line.
+TEST_F(Run, AlertsShowTheWholeOfTheirTexts) {
+  launchWithFiles({"a\n"});
+  for (const char* operation : {"Skip Line…", "Trim Line…", "Reformat Column…"}) {
+    chooseMenu("window", "Operation", operation);
+    QWidget& sheet = *QApplication::activeModalWidget();
+    click(*sheet.findChild<QToolButton*>());
+    for (const QLabel* label : alert().findChildren<QLabel*>()) {
+      if (label->text().isEmpty()) continue;
+      EXPECT_GE(label->height(), label->heightForWidth(label->width())) << label->text().toStdString();
+      EXPECT_TRUE(label->wordWrap() || label->width() >= label->sizeHint().width())
+          << label->text().toStdString();
+    }
+    EXPECT_GE(alert().width(), 320);
+    answer("OK");
+    press(Qt::Key_Escape);
+  }
 }
 
 TEST_F(Run, WithoutFilesTellsWhatIsMissingInASheetOfTheWindow) {

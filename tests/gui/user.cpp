@@ -384,6 +384,22 @@ void UserTest::chooseMenu(const char* window, const char* menu, const char* item
   settle();
 }
 
+void UserTest::chooseByKeys(Qt::Key mnemonic, const char* item) {
+  press(mnemonic, Qt::AltModifier);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  if (!menu) throw std::runtime_error("no menu opens");
+  const QString wanted = QString::fromUtf8(item);
+  for (int i = 0; i < 30 && !(menu->activeAction() && plain(menu->activeAction()->text()) == wanted); ++i)
+    QTest::keyClick(menu, Qt::Key_Down);
+  if (!menu->activeAction() || plain(menu->activeAction()->text()) != wanted ||
+      !menu->activeAction()->isEnabled()) {
+    menu->close();
+    throw std::runtime_error(std::string("the arrows do not reach ") + item);
+  }
+  QTest::keyClick(menu, Qt::Key_Return);
+  settle();
+}
+
 bool UserTest::isMenuItemOn(const char* window, const char* menu, const char* item) {
   return menuItem(window, menu, item).isEnabled();
 }

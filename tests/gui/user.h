@@ -88,6 +88,8 @@ class UserTest : public GuiTest {
   // --- Menus: of a window's bar, or one that is open.
   QAction& menuItem(const char* window, const char* menu, const char* item);
   void chooseMenu(const char* window, const char* menu, const char* item);
+  // Of the window with the keys: its menu is opened by Alt with the letter, the item reached by the arrows.
+  void chooseByKeys(Qt::Key mnemonic, const char* item);
   bool isMenuItemOn(const char* window, const char* menu, const char* item);
   // Of a button, opened by a click; a submenu's item is "Lines/Merge Up…".
   void chooseFromButton(const char* button, const char* item);

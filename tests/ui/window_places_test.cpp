@@ -49,6 +49,21 @@ class WindowPlacesTest : public ::testing::Test {
   TemporaryFolder folder_;
 };
 
+TEST_F(WindowPlacesTest, AWindowIsMadeNoLargerThanItsScreen) {
+  QMainWindow window;
+  window.resize(1280, 700);
+  fitOnScreen(window, {1024, 768});
+  EXPECT_EQ(window.size(), QSize(1024, 700));
+  window.resize(1280, 800);
+  fitOnScreen(window, {1366, 768});
+  EXPECT_EQ(window.width(), 1280);
+  EXPECT_LT(window.height(), 768) << "its title is in sight";
+  EXPECT_GT(window.height(), 700);
+  window.setMinimumSize(960, 600);
+  fitOnScreen(window, {640, 480});
+  EXPECT_EQ(window.size(), QSize(960, 600)) << "but never too small for what it holds";
+}
+
 TEST_F(WindowPlacesTest, SizesOfWindowAndPanesComeBack) {
   {
     DividedWindow window;
