@@ -26,6 +26,9 @@ const Colours kDark{rgb(0x26292E), rgb(0x1B1E22), rgb(0x22262B), rgb(0xE6E8EB), 
 
 const char* const kStyleSheet = R"(
 QMessageBox QLabel#qt_msgbox_label { font-weight: 600; }
+QToolButton#clipboardDataWindowPerformToolbarItem { padding-right: 12px; }
+QToolButton#clipboardDataWindowPerformToolbarItem::menu-indicator { subcontrol-origin: padding;
+  subcontrol-position: center right; }
 QHeaderView { border: none; background: palette(base); }
 QHeaderView#columnHeader { background: palette(window); }
 GridView QHeaderView { background: palette(window); }
