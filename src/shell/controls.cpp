@@ -203,11 +203,6 @@ void Table::reloadData(Tell tell) {
   if (cut && tell == Tell::Yes) tellSelection();
 }
 
-void Table::scrollToStart() {
-  ++scrollsToStart_;
-  changed();
-}
-
 void enableControls(bool enable, const Box& inBox) {
   for (Control* control : inBox.controls()) control->setEnabled(enable);
 }

@@ -242,8 +242,9 @@ class Table final : public Control {
   // Shows the rows anew. Rows that are gone are not selected any more, which is told, or not.
   void reloadData(Tell tell = Tell::Yes);
 
-  // What shows the table goes to its first row and column; how often that was asked for.
-  void scrollToStart();
+  // What shows the table goes to its first row and column, with the next change; how often that was asked
+  // for.
+  void scrollToStart() { ++scrollsToStart_; }
   std::uint64_t scrollsToStart() const { return scrollsToStart_; }
 
  private:

@@ -248,32 +248,37 @@ bool ApplicationWindows::takesKey(const QObject* watched, const QKeyEvent& key) 
   return true;
 }
 
+bool ApplicationWindows::isBlocked(const QWidget& form) const {
+  return form.property(kBlocked).toBool();
+}
+
 MenuActions ApplicationWindows::menuActions(Window& window) {
   MenuActions actions;
-  // A widget of the window may still have keys when a sheet has come before it.
-  actions.perform = [this, &window](const std::string& command) {
-    if (!widget(window.name())->property(kBlocked).toBool()) perform(command);
+  const auto whileFree = [this, &window](auto run) {
+    return [this, &window, run](const auto&... arguments) {
+      if (!isBlocked(*widget(window.name()))) run(arguments...);
+    };
   };
+  actions.perform = whileFree([this](const std::string& command) { perform(command); });
   actions.isEnabled = [this](const std::string& command) { return application_.validateMenuItem(command); };
-  actions.close = [this, &window] { widget(window.name())->close(); };
+  actions.close = whileFree([this, &window] { widget(window.name())->close(); });
   actions.quit = quit_;
-  actions.about = [this, &window] { desktop_.showAbout(*widget(window.name())); };
-  actions.guide = [this] {
+  actions.about = whileFree([this, &window] { desktop_.showAbout(*widget(window.name())); });
+  actions.guide = whileFree([this] {
     const std::string page = guidePage(QCoreApplication::applicationDirPath());
     if (page.empty() || !desktop_.open(page)) desktop_.showAlert(localized(u"Could not open URL"), {});
-  };
-  actions.moveSelectedOperations = [this](int rows) {
-    moveSelectedRows(*find<TableView>("window", "operationsTableView"), rows);
-  };
+  });
+  actions.moveSelectedOperations = whileFree(
+      [this](int rows) { moveSelectedRows(*find<TableView>("window", "operationsTableView"), rows); });
   actions.hasSelectedOperations = [this] {
     return !find<TableView>("window", "operationsTableView")->selectedRowIndexes().isEmpty();
   };
-  actions.choosePreview = [this](int tag) {
+  actions.choosePreview = whileFree([this](int tag) {
     if (auto* popUp = dynamic_cast<PopUpButton*>(application_.interface().control("previewTypePopUpButton")))
       popUp->userSelects(tag);
-  };
+  });
   actions.previewType = [this] { return static_cast<int>(application_.previewPanel().previewType()); };
-  actions.renameJob = [this] { renameSelectedJob(); };
+  actions.renameJob = whileFree([this] { renameSelectedJob(); });
   actions.showPerformedOperations = [this](bool shown) {
     find<QWidget>("clipboardDataWindow", "clipboardDataWindowOperationsPane")->setVisible(shown);
   };
@@ -283,8 +288,8 @@ MenuActions ApplicationWindows::menuActions(Window& window) {
   UndoManager& undo = application_.clipboard().data().undoManager();
   actions.undoName = [&undo] { return qString(undo.undoActionName()); };
   actions.redoName = [&undo] { return qString(undo.redoActionName()); };
-  actions.undo = [&undo] { undo.undo(); };
-  actions.redo = [&undo] { undo.redo(); };
+  actions.undo = whileFree([&undo] { undo.undo(); });
+  actions.redo = whileFree([&undo] { undo.redo(); });
   actions.restoreTitle = [this] {
     auto* button =
         dynamic_cast<Button*>(application_.interface().control("previousJobsWindowRestoreOperationsButton"));

@@ -58,6 +58,8 @@ class ApplicationWindows final : public QObject {
   void addContextMenus();
   void moveSelectedRows(TableView& view, int rows);
   bool close(Window& window);
+  // Whether a sheet or an alert stands before it. A widget of the window may still have keys then.
+  bool isBlocked(const QWidget& form) const;
   bool takesKey(const QObject* watched, const QKeyEvent& key);
   Window* windowOf(const QObject* widget) const;
 

@@ -303,7 +303,8 @@ void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
     model.refresh();
     view.showColumnWidths(table, model.firstColumn());
     if (columns) columns->fit();
-    if (std::exchange(*scrolls, table.scrollsToStart()) != table.scrollsToStart()) view.scrollToStart();
+    const bool toStart = std::exchange(*scrolls, table.scrollsToStart()) != table.scrollsToStart();
+    if (toStart) view.scrollToStart();
     if (view.selectedRowIndexes() != table.selectedRows()) {
       view.selectionModel()->select(selectionOf(table, model), QItemSelectionModel::ClearAndSelect);
       if (const std::int64_t row = table.selectedRow(); row >= 0) {
@@ -312,6 +313,9 @@ void Binder::bindSelection(Table& table, TableView& view, TableModel& model) {
         view.scrollTo(model.index(static_cast<int>(row), 0));
       }
     }
+    // The row that keys walk on stays in sight.
+    if (toStart && view.hasFocus() && table.selectedRow() >= 0)
+      view.scrollTo(model.index(static_cast<int>(table.selectedRow()), 0));
     view.setProperty("showingSelection", false);
   });
 }

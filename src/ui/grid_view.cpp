@@ -212,10 +212,12 @@ void GridView::showFocus() {
   const QModelIndex index = model_->index(static_cast<int>(selection.focusedRowIndex()),
                                           static_cast<int>(selection.focusedColumnIndex()));
   const QPoint focus(index.column(), index.row());  // -1, -1 for none
-  const bool moved = std::exchange(shownFocus_, focus) != focus || !currentIndex().isValid();
-  if (!index.isValid() || !moved) return;
-  setCurrentIndex(index);
-  tellFocusedCell();
+  const bool moved = std::exchange(shownFocus_, focus) != focus;
+  if (!index.isValid()) return;
+  setAutoScroll(moved);
+  setCurrentIndex(index);  // from which keys of Qt's go on
+  setAutoScroll(true);
+  if (moved) tellFocusedCell();
 }
 
 // Not Qt's own way, which would tell the cell once more.
@@ -225,10 +227,10 @@ void GridView::currentChanged(const QModelIndex& current, const QModelIndex& pre
 
 // The number of a cell among the parts of the table for a screen reader counts the headers too.
 void GridView::tellFocusedCell() {
-  if (!hasFocus() || !currentIndex().isValid()) return;
+  if (!hasFocus() || shownFocus_.y() < 0) return;
   const int columns = model_->columnCount() + 1;
   QAccessibleEvent event(this, QAccessible::Focus);
-  event.setChild((currentIndex().row() + 1) * columns + currentIndex().column() + 1);
+  event.setChild((shownFocus_.y() + 1) * columns + shownFocus_.x() + 1);
   quillet::ui::tellReaders(event);
 }
 
@@ -286,6 +288,7 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
 void GridView::focusInEvent(QFocusEvent* event) {
   TableView::focusInEvent(event);
   viewport()->update();
+  if (group_) showFocus();
   tellFocusedCell();
 }
 

@@ -44,8 +44,32 @@ void widen(QMessageBox& box) {
   if (grid) grid->addItem(new QSpacerItem(kLeastAlertWidth, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
+constexpr const char* kEnded = "ended";
+
+// Before anything else hears of its end, which may bring the next one.
+void rememberEnd(QDialog& dialog) {
+  dialog.setProperty(kEnded, false);
+  QObject::connect(&dialog, &QDialog::finished, &dialog, [&dialog] { dialog.setProperty(kEnded, true); });
+}
+
+// Opens what stands before a window. Of one window they come one after the other: the next one opens when the
+// one before it has ended.
+void openInTurn(QDialog* dialog) {
+  QDialog* before = nullptr;
+  if (QWidget* window = dialog->parentWidget())
+    for (auto* other : window->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
+      if (const QVariant ended = other->property(kEnded);
+          other != dialog && ended.isValid() && !ended.toBool())
+        before = other;
+  if (before)
+    QObject::connect(before, &QDialog::finished, dialog, &QDialog::open);
+  else
+    dialog->open();
+}
+
 QMessageBox* newAlert(std::u16string_view title, std::u16string_view message, QWidget* parent) {
   auto* box = new QMessageBox(parent);
+  rememberEnd(*box);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setIconPixmap(QIcon(QStringLiteral(":/icons/org.quillet.Quillet.svg")).pixmap(kAlertIconSize));
   box->setText(qString(title));
@@ -66,29 +90,11 @@ std::vector<std::string> pathsOf(const QStringList& paths) {
 
 QFileDialog* newPanel(std::u16string_view title, std::u16string_view prompt, QWidget* parent) {
   auto* panel = new QFileDialog(parent, qString(title));
+  rememberEnd(*panel);
   panel->setAttribute(Qt::WA_DeleteOnClose);
   panel->setWindowModality(Qt::WindowModal);
   panel->setLabelText(QFileDialog::Accept, qString(prompt));
   return panel;
-}
-
-constexpr const char* kEnded = "ended";
-
-// Opens what stands before a window, or before all. Of one window they come one after the other: the next one
-// opens when the one before it has ended.
-void openInTurn(QDialog* dialog) {
-  QObject::connect(dialog, &QDialog::finished, dialog, [dialog] { dialog->setProperty(kEnded, true); });
-  dialog->setProperty(kEnded, false);
-  QDialog* before = nullptr;
-  if (QWidget* window = dialog->parentWidget())
-    for (auto* other : window->findChildren<QDialog*>(QString(), Qt::FindDirectChildrenOnly))
-      if (const QVariant ended = other->property(kEnded);
-          other != dialog && ended.isValid() && !ended.toBool())
-        before = other;
-  if (before)
-    QObject::connect(before, &QDialog::finished, dialog, &QDialog::open);
-  else
-    dialog->open();
 }
 
 // What stands before the window and has its keys: a sheet or an alert of it, or of the whole application.
@@ -167,6 +173,7 @@ void QtDesktop::askInWindow(std::u16string_view title, std::u16string_view messa
 void QtDesktop::askForText(std::u16string_view prompt, std::u16string_view info, std::u16string_view text,
                            WindowName window, std::function<void(const std::u16string&)> confirmed) {
   auto* dialog = new QDialog(widgetOf(window), Qt::Sheet);
+  rememberEnd(*dialog);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowModality(Qt::WindowModal);
   if (!info.empty()) dialog->setWindowTitle(qString(prompt));  // else it is the label

@@ -132,34 +132,39 @@ void TableView::paintEvent(QPaintEvent* event) {
   painter.drawText(viewport()->rect(), static_cast<int>(Qt::AlignCenter | Qt::TextWordWrap), emptyText_);
 }
 
-// A list has no columns to go through, so Home and End are its first and last row; and an arrow selects where
-// nothing is selected yet.
-bool TableView::takesListKey(const QKeyEvent& event) {
+bool TableView::isList() const {
+  return verticalHeader()->isHidden();
+}
+
+// A list has no columns to go through, so Home and End are its first and last row.
+QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (!isList() || (action != MoveHome && action != MoveEnd))
+    return QTableView::moveCursor(action, modifiers);
+  return model()->index(action == MoveHome ? 0 : model()->rowCount() - 1,
+                        std::max(currentIndex().column(), 0));
+}
+
+// Where nothing is selected yet, a key that moves selects: Qt's own way would pass over the current row.
+bool TableView::selectsFirst(const QKeyEvent& event) {
+  if (!isList() || selectionMode() == NoSelection || state() == EditingState) return false;
+  if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier || !selectedRowIndexes().isEmpty())
+    return false;
   const int count = model() ? model()->rowCount() : 0;
-  if (count == 0 || !verticalHeader()->isHidden()) return false;
-  const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
-  const bool isHome = event.key() == Qt::Key_Home;
-  if (isHome || event.key() == Qt::Key_End) {
-    const int end = isHome ? 0 : count - 1;
-    const int from =
-        currentIndex().isValid() && modifiers.testFlag(Qt::ShiftModifier) ? currentIndex().row() : end;
-    selectRows(std::min(from, end), std::max(from, end));
-    scrollTo(model()->index(end, 0));
-    return true;
-  }
-  const bool isUp = event.key() == Qt::Key_Up;
-  const bool isArrow = modifiers == Qt::NoModifier && (isUp || event.key() == Qt::Key_Down);
-  if (!isArrow || !selectedRowIndexes().isEmpty()) return false;
-  const int first = isUp ? count - 1 : 0;
-  const int row = currentIndex().isValid() ? currentIndex().row() : first;
-  selectRows(row, row);
+  const int now = currentIndex().row();
+  int row = -1;
+  if (event.key() == Qt::Key_Home) row = 0;
+  if (event.key() == Qt::Key_End) row = count - 1;
+  if (event.key() == Qt::Key_Down) row = std::max(now, 0);
+  if (event.key() == Qt::Key_Up) row = now < 0 ? count - 1 : now;
+  if (row < 0 || row >= count) return false;
+  setCurrentIndex(model()->index(row, std::max(currentIndex().column(), 0)));
   return true;
 }
 
 // Return is the table's own command, not an activation of a cell.
 void TableView::keyPressEvent(QKeyEvent* event) {
   if (keyFilter_ && keyFilter_(*event)) return;
-  if (takesListKey(*event)) return;
+  if (selectsFirst(*event)) return;
   const bool isMove = event->modifiers() == Qt::AltModifier && !drops_.mimeType.isEmpty();
   if (isMove && event->key() == Qt::Key_Up) return emit moveAsked(-1);
   if (isMove && event->key() == Qt::Key_Down) return emit moveAsked(1);

@@ -67,11 +67,13 @@ class TableView : public QTableView {
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   void changeEvent(QEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void timerEvent(QTimerEvent* event) override;
 
  private:
   void applyRowHeight();
-  bool takesListKey(const QKeyEvent& event);
+  bool isList() const;
+  bool selectsFirst(const QKeyEvent& event);
   int edgeAt(const QPoint& point) const;
   int dropRowAt(const QPoint& point) const;
   void paintDropLine();

@@ -106,7 +106,7 @@ void ApplicationWindows::addKeys() {
   find<TableView>("window", "filesTableView")->setKeyFilter([](const QKeyEvent& event) {
     return swallowsKey("filesTableView", keyOf(event));
   });
-  addPaneKeys("window", {"filesTableView", "operationsTableView", "previewStack"});
+  addPaneKeys("window", {"filesTableView", "operationsTableView", "previewStack", "rightSideHelpBox"});
   addPaneKeys("clipboardDataWindow", {"clipboardDataWindowStack", "clipboardDataWindowOperationsTableView"});
   addPaneKeys("previousJobsWindow", {"previousJobsWindowJobsTableView", "previousJobsWindowFilesTableView",
                                      "previousJobFileWindowOperationsTableView"});
@@ -114,7 +114,8 @@ void ApplicationWindows::addKeys() {
 
 void ApplicationWindows::addPaneKeys(std::string_view window, const QStringList& panes) {
   QWidget* form = widget(window);
-  const auto go = [form, panes](int step) {
+  const auto go = [this, form, panes](int step) {
+    if (isBlocked(*form)) return;
     std::vector<QWidget*> inSight;
     for (const QString& name : panes)
       if (auto* pane = form->findChild<QWidget*>(name); firstTabStop(*pane)) inSight.push_back(pane);

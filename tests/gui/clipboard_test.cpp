@@ -255,6 +255,45 @@ TEST_F(Clipboard, SelectingAllLeavesWhatIsInSight) {
   EXPECT_LT(grid().verticalScrollBar()->value(), end);
 }
 
+// Keys that only scroll do not take the focus along.
+TEST_F(Clipboard, ThePageKeysGoOnFromTheFocus) {
+  std::string lines;
+  for (int line = 0; line < 500; ++line) lines += "a,b\n";
+  open(lines.c_str());
+  clickCell(1, 0);
+  press(Qt::Key_End, Qt::ControlModifier);
+  EXPECT_GT(grid().verticalScrollBar()->value(), 0);
+  press(Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(grid().currentIndex().row(), 1);
+  press(Qt::Key_End, Qt::ControlModifier);
+  press(Qt::Key_F6);
+  press(Qt::Key_F6);
+  ASSERT_TRUE(grid().hasFocus());
+  EXPECT_EQ(grid().currentIndex().row(), 1);
+}
+
+TEST_F(Clipboard, PerformedStepsAreNotSelected) {
+  open("a,b");
+  focus("clipboardDataWindowOperationsTableView");
+  for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Home, Qt::Key_End}) press(key);
+  EXPECT_EQ(selection("clipboardDataWindowOperationsTableView"), std::vector<int>());
+}
+
+TEST_F(Clipboard, BehindASheetNoKeyOfTheWindowIsHeard) {
+  open("a\nb");
+  chooseMenu(kWindow, "Grid", "Flip Vertical");
+  QAction& undo = menuItem(kWindow, "Edit", "Undo Flip Vertical");
+  QAction& close = menuItem(kWindow, "File", "Close");
+  chooseMenu(kWindow, "Grid", "Split…");
+  undo.trigger();
+  close.trigger();
+  EXPECT_EQ(cells(), (Cells{{"b"}, {"a"}}));
+  EXPECT_TRUE(isShown(kWindow));
+  press(Qt::Key_Escape);
+  undo.trigger();
+  EXPECT_EQ(cells(), (Cells{{"a"}, {"b"}}));
+}
+
 TEST_F(Clipboard, TheStepPerformedLastIsInSight) {
   open("a,b");
   auto& performed = widget<QTableView>("clipboardDataWindowOperationsTableView");

@@ -238,29 +238,47 @@ TEST_F(Files, ArrowsGoToTheNextFile) {
 
 TEST_F(Files, TheEndsOfAListAreReachedByTheirKeys) {
   launchWithFiles({"1\n", "2\n", "3\n", "4\n"});
-  clickRow(kFiles, 1);
-  press(Qt::Key_End);
-  EXPECT_EQ(selection(kFiles), std::vector{3});
-  press(Qt::Key_Home);
-  EXPECT_EQ(selection(kFiles), std::vector{0});
-  clickRow(kFiles, 2);
-  press(Qt::Key_Home, Qt::ShiftModifier);
-  EXPECT_EQ(selection(kFiles), (std::vector{0, 1, 2}));
-  clickRow(kFiles, 1);
-  press(Qt::Key_End, Qt::ShiftModifier);
-  EXPECT_EQ(selection(kFiles), (std::vector{1, 2, 3}));
+  struct Walk {
+    const char* keys;
+    std::vector<int> selected;
+  };
+  // From row 1; big letters are with Shift: Home, End, Up, Down.
+  const Walk walks[] = {{"e", {3}},     {"h", {0}},       {"hd", {1}},         {"eu", {2}},
+                        {"H", {0, 1}},  {"E", {1, 2, 3}}, {"HE", {1, 2, 3}},   {"hD", {0, 1}},
+                        {"eU", {2, 3}}, {"EU", {1, 2}},   {"hE", {0, 1, 2, 3}}};
+  for (const Walk& walk : walks) {
+    clickRow(kFiles, 1);
+    for (const char letter : std::string(walk.keys)) {
+      const bool shift = letter < 'a';
+      const char key = shift ? static_cast<char>(letter + 32) : letter;
+      press(key == 'h'   ? Qt::Key_Home
+            : key == 'e' ? Qt::Key_End
+            : key == 'u' ? Qt::Key_Up
+                         : Qt::Key_Down,
+            shift ? Qt::ShiftModifier : Qt::NoModifier);
+    }
+    EXPECT_EQ(selection(kFiles), walk.selected) << walk.keys;
+  }
 }
 
-// One row alone is also reached.
-TEST_F(Files, AnArrowSelectsWhereNothingIsSelected) {
+// One row alone is also reached, and Shift goes on from it.
+TEST_F(Files, AKeySelectsWhereNothingIsSelected) {
   launchWithFiles({"1\n", "2\n"});
-  clickRow(kFiles, 0);
-  press(Qt::Key_F6);
-  ASSERT_TRUE(widget("operationsTableView").hasFocus());
-  press(Qt::Key_Down);
-  EXPECT_EQ(selection("operationsTableView"), std::vector{0});
-  press(Qt::Key_Down);
-  EXPECT_EQ(selection("operationsTableView"), std::vector{1});
+  struct Walk {
+    Qt::Key key;
+    int row;
+  };
+  for (const Walk& walk : {Walk{Qt::Key_Down, 0}, Walk{Qt::Key_Home, 0}, Walk{Qt::Key_End, 1}}) {
+    application().operationTable().table().userSelects({});
+    clickRow(kFiles, 0);
+    press(Qt::Key_F6);
+    ASSERT_TRUE(widget("operationsTableView").hasFocus());
+    ASSERT_EQ(selection("operationsTableView"), std::vector<int>());
+    press(walk.key);
+    EXPECT_EQ(selection("operationsTableView"), std::vector{walk.row});
+    press(walk.row == 0 ? Qt::Key_Down : Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(selection("operationsTableView"), (std::vector{0, 1}));
+  }
 }
 
 TEST_F(Files, ADoubleClickShowsTheTextOfTheFile) {

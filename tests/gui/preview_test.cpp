@@ -152,6 +152,19 @@ TEST_F(Preview, BeginsAtItsFirstRowAndColumn) {
   }
 }
 
+// However low the pane is; here by the keys that bring the next page of a run.
+TEST_F(Preview, TheRowThatKeysWalkOnStaysInSight) {
+  launchWithFiles({lines(40)});
+  auto& view = widget<QTableView>(kInput);
+  view.resize(view.width(), 90);
+  clickRow(kInput, 0);
+  press(Qt::Key_Down, Qt::ControlModifier);
+  ASSERT_EQ(selection(kInput), std::vector{9});
+  application().previewPanel().updatePreviewPanel();
+  const QRect row = view.visualRect(view.model()->index(9, 0));
+  EXPECT_TRUE(view.viewport()->rect().contains(row.center())) << row.top();
+}
+
 TEST_F(Preview, F6GoesRoundThePanes) {
   launchWithFiles({"a\n"});
   focus("filesTableView");

@@ -51,12 +51,20 @@ TEST_F(PreviewTableTest, ColumnsHaveTitlesAndWidths) {
   addRow({u"1", u"2"});
   table_.fitAndReload(1);
   const std::vector<Table::Column> expected = {
-      {"Col0", u"", 65, true, false}, {"Col1", u"1", 80, true, false}, {"Col2", u"2", 80, true, true}};
+      {"Col0", u"", 65, true}, {"Col1", u"1", 80, true}, {"Col2", u"2", 80, true}};
   EXPECT_EQ(columns(), expected);
   stores_.reset();
   table_.fitAndReload(1);
-  EXPECT_EQ(columns(), (std::vector<Table::Column>{{"Col0", u"", 65, true, true}}))
-      << "without rows the line numbers have the whole table";
+  EXPECT_EQ(columns(), (std::vector<Table::Column>{{"Col0", u"", 65, true}})) << "the line numbers alone";
+}
+
+TEST_F(PreviewTableTest, EachFitScrollsToTheStartAndAReloadDoesNot) {
+  const std::uint64_t before = table_.table().scrollsToStart();
+  table_.fitAndReload(1);
+  table_.fitAndReload(4);
+  EXPECT_EQ(table_.table().scrollsToStart(), before + 2);
+  table_.table().reloadData();
+  EXPECT_EQ(table_.table().scrollsToStart(), before + 2);
 }
 
 TEST_F(PreviewTableTest, ColumnsComeAndGo) {
