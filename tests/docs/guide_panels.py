@@ -10,7 +10,8 @@ class Panels:
         self.labels = {}  # window: {label: (kind, control)}
         for form in sorted((source / "src" / "ui" / "forms").glob("*.ui")):
             self.read_form(xml.etree.ElementTree.parse(form).getroot())
-        menus = (source / "src" / "ui" / "menus.cpp").read_text(encoding="utf-8")
+        menus = "".join((source / "src" / "ui" / name).read_text(encoding="utf-8")
+                        for name in ("menu_tables.h", "menus.cpp"))
         item = r'(?:QT_TRANSLATE_NOOP\(\s*"\w+",\s*)?"([^"]+)"\)?,\s*(?:nullptr|"([^"]*)"),\s*"(\w+)"'
         self.menu = {title.rstrip("…").replace("&", ""): (handler, shortcut)
                      for title, shortcut, handler in re.findall(item, menus)}
